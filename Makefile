@@ -1,0 +1,31 @@
+# A thin front door to the presets of CMake.
+
+PREFIX ?= /usr/local
+JOBS ?= $(shell nproc)
+
+.PHONY: all test bench bench-reading install uninstall clean
+
+all:
+	@tools/setup build
+	@tools/build release
+
+test:
+	@./test
+
+bench-reading:
+	@tools/setup build bench
+	@tools/build bench
+	@build/bench/bench/reading/reading-bench
+
+bench: bench-reading
+
+install: all
+	@DESTDIR="$(DESTDIR)" cmake --install build/release --prefix "$(PREFIX)"
+
+uninstall:
+	@rm -f "$(DESTDIR)$(PREFIX)/bin/lumenote"
+	@rm -rf "$(DESTDIR)$(PREFIX)/share/lumenote"
+	@echo "removed lumenote from $(DESTDIR)$(PREFIX)"
+
+clean:
+	rm -rf build

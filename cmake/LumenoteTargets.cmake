@@ -1,0 +1,35 @@
+# How every target of this project is compiled, told once.
+
+add_library(LumenoteOptions INTERFACE)
+target_compile_options(LumenoteOptions INTERFACE -Wall -Wextra -Wpedantic)
+target_compile_definitions(LumenoteOptions INTERFACE
+    QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH
+    QT_NO_NARROWING_CONVERSIONS_IN_CONNECT)
+target_include_directories(LumenoteOptions INTERFACE ${CMAKE_SOURCE_DIR}/src)
+if(LUMENOTE_WERROR)
+    target_compile_options(LumenoteOptions INTERFACE -Werror)
+endif()
+if(LUMENOTE_SANITIZE)
+    target_compile_options(LumenoteOptions INTERFACE
+        -fsanitize=${LUMENOTE_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(LumenoteOptions INTERFACE -fsanitize=${LUMENOTE_SANITIZE})
+endif()
+
+# lumenote_library(Name SOURCES … LINK …): one static library, one folder of src.
+function(lumenote_library name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
+    add_library(${name} STATIC ${ARG_SOURCES})
+    target_link_libraries(${name} PUBLIC LumenoteOptions ${ARG_LINK})
+endfunction()
+
+# lumenote_test(Name SOURCES … LINK … [ENVIRONMENT A=b …]): one GoogleTest program, each of its
+# cases a test of ctest.
+function(lumenote_test name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LINK;ENVIRONMENT" ${ARGN})
+    add_executable(${name} ${ARG_SOURCES})
+    target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
+    target_link_libraries(${name} PRIVATE LumenoteOptions TestHarness ${ARG_LINK})
+    gtest_discover_tests(${name}
+        DISCOVERY_MODE PRE_TEST
+        PROPERTIES TIMEOUT 300 ENVIRONMENT "${ARG_ENVIRONMENT}")
+endfunction()

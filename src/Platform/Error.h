@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QString>
+
+#include <tl/expected.hpp>
+
+namespace Platform {
+
+/// What went wrong behind a seam. The user's own sentence is chosen where it is shown; the message
+/// here is for the log.
+struct Error {
+    enum class Kind {
+        failed, ///< The operation was tried and did not succeed.
+        cancelled, ///< The caller asked to stop.
+        missingLanguageData, ///< No language data is installed; the message names the package.
+    };
+
+    Kind kind = Kind::failed;
+    QString message;
+
+    bool operator==(const Error&) const = default;
+};
+
+template <typename T> using Result = tl::expected<T, Error>;
+
+} // namespace Platform
