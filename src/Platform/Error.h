@@ -11,6 +11,7 @@ namespace Platform {
 struct Error {
     enum class Kind {
         failed, ///< The operation was tried and did not succeed.
+        unreadable, ///< What was to be read isn't there, can't be opened, or is of no known kind.
         cancelled, ///< The caller asked to stop.
         missingLanguageData, ///< No language data is installed; the message names the package.
     };
@@ -21,6 +22,7 @@ struct Error {
     bool operator==(const Error&) const = default;
 };
 
-template <typename T> using Result = tl::expected<T, Error>;
+template <typename T>
+using Result = tl::expected<T, Error>;
 
 } // namespace Platform

@@ -10,8 +10,8 @@ public:
     virtual ~SystemLog() = default;
 
     /// Sends one entry. May be called from any thread; never fails and never waits for a reader.
-    virtual void write(const QString& subsystem, const QString& category, const QString& message)
-        = 0;
+    virtual void write(
+        const QString& subsystem, const QString& category, const QString& message) = 0;
 };
 
 } // namespace Platform

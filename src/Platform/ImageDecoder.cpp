@@ -1,0 +1,190 @@
+#include "Platform/ImageDecoder.h"
+
+#include <QBuffer>
+#include <QFile>
+#include <QImageReader>
+
+#include <array>
+#include <cerrno>
+#include <cmath>
+#include <fcntl.h>
+#include <memory>
+#include <poll.h>
+#include <sys/stat.h>
+#include <system_error>
+#include <unistd.h>
+#include <utility>
+
+namespace Platform {
+
+namespace {
+
+tl::unexpected<Error> unreadable(const QString& message)
+{
+    return tl::make_unexpected(Error{.kind = Error::Kind::unreadable, .message = message});
+}
+
+tl::unexpected<Error> unreadable(int errorNumber)
+{
+    return unreadable(QString::fromStdString(std::generic_category().message(errorNumber)));
+}
+
+tl::unexpected<Error> undecodable(const QString& message)
+{
+    return tl::make_unexpected(Error{.kind = Error::Kind::failed, .message = message});
+}
+
+class Descriptor {
+public:
+    explicit Descriptor(int number)
+        : m_number(number)
+    {
+    }
+    ~Descriptor()
+    {
+        if (m_number >= 0)
+            close(m_number);
+    }
+    Descriptor(Descriptor&& other) noexcept
+        : m_number(std::exchange(other.m_number, -1))
+    {
+    }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    Descriptor& operator=(Descriptor&&) = delete;
+
+    int number() const { return m_number; }
+    int release() { return std::exchange(m_number, -1); }
+
+private:
+    int m_number;
+};
+
+bool isReadableKind(const struct stat& status)
+{
+    return S_ISREG(status.st_mode) || S_ISFIFO(status.st_mode);
+}
+
+/// Looks before it opens, since the mere opening of a device can do things.
+Result<Descriptor> openForReading(const QByteArray& path)
+{
+    struct stat status { };
+    if (stat(path.constData(), &status) != 0)
+        return unreadable(errno);
+    if (!isReadableKind(status))
+        return unreadable(QStringLiteral("neither a file nor a pipe"));
+    Descriptor descriptor(open(path.constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
+    if (descriptor.number() < 0)
+        return unreadable(errno);
+    return descriptor;
+}
+
+bool waitForBytes(int descriptor, std::chrono::milliseconds limit)
+{
+    pollfd request{.fd = descriptor, .events = POLLIN, .revents = 0};
+    return poll(&request, 1, static_cast<int>(limit.count())) != 0;
+}
+
+/// All that comes until the other side closes. A pipe that nobody writes to is at its end.
+Result<QByteArray> readPipe(int descriptor, const ImageLimits& limits)
+{
+    QByteArray bytes;
+    std::array<char, 65536> chunk{};
+    while (bytes.size() <= limits.fileBytes) {
+        const auto count = read(descriptor, chunk.data(), chunk.size());
+        if (count == 0)
+            return bytes;
+        if (count > 0)
+            bytes.append(chunk.data(), count);
+        else if (errno == EAGAIN) {
+            if (!waitForBytes(descriptor, limits.pipeSilence))
+                return unreadable(QStringLiteral("the other side of the pipe is silent"));
+        } else if (errno != EINTR)
+            return unreadable(errno);
+    }
+    return unreadable(QStringLiteral("more bytes than a picture may have"));
+}
+
+/// The bytes of the picture, opened for reading.
+Result<std::unique_ptr<QIODevice>> openSource(const QByteArray& path, const ImageLimits& limits)
+{
+    auto descriptor = openForReading(path);
+    if (!descriptor)
+        return tl::make_unexpected(descriptor.error());
+    struct stat status { };
+    if (fstat(descriptor->number(), &status) != 0)
+        return unreadable(errno);
+    if (S_ISFIFO(status.st_mode)) {
+        auto bytes = readPipe(descriptor->number(), limits);
+        if (!bytes)
+            return tl::make_unexpected(bytes.error());
+        auto buffer = std::make_unique<QBuffer>();
+        buffer->setData(*std::move(bytes));
+        buffer->open(QIODevice::ReadOnly);
+        return buffer;
+    }
+    if (!S_ISREG(status.st_mode))
+        return unreadable(QStringLiteral("neither a file nor a pipe"));
+    if (status.st_size > limits.fileBytes)
+        return unreadable(QStringLiteral("more bytes than a picture may have"));
+    auto file = std::make_unique<QFile>();
+    if (!file->open(descriptor->release(), QIODevice::ReadOnly, QFileDevice::AutoCloseHandle))
+        return unreadable(file->errorString());
+    return file;
+}
+
+qint64 pixelCount(const QSize& size)
+{
+    return qint64{size.width()} * size.height();
+}
+
+/// The largest size of the same shape within the limit.
+QSize boundedSize(const QSize& size, qint64 pixels)
+{
+    if (pixelCount(size) <= pixels)
+        return size;
+    const auto scale =
+        std::sqrt(static_cast<double>(pixels) / static_cast<double>(pixelCount(size)));
+    return {std::max(1, static_cast<int>(size.width() * scale)),
+        std::max(1, static_cast<int>(size.height() * scale))};
+}
+
+/// Drawings have no pixels of their own, need fonts, and can ask for work without an end.
+bool isDrawing(const QByteArray& format)
+{
+    return format.startsWith("svg") || format == "pdf";
+}
+
+/// Qt's own guard for what a decoder holds, of which the header tells only after the fact.
+void allowAllocations(const ImageLimits& limits)
+{
+    constexpr qint64 bytesPerPixel = 8; // Of the deepest format.
+    QImageReader::setAllocationLimit(static_cast<int>(limits.sourcePixels * bytesPerPixel >> 20));
+}
+
+} // namespace
+
+Result<QImage> decodeImageFile(const QByteArray& path, const ImageLimits& limits)
+{
+    const auto source = openSource(path, limits);
+    if (!source)
+        return tl::make_unexpected(source.error());
+    allowAllocations(limits);
+    QImageReader reader(source->get());
+    reader.setAutoTransform(true);
+    if (!reader.canRead() || isDrawing(reader.format()))
+        return unreadable(QStringLiteral("no picture of a known format"));
+    const auto size = reader.size();
+    if (size.isValid() && pixelCount(size) > limits.sourcePixels)
+        return undecodable(QStringLiteral("more pixels than a picture may have"));
+    if (const auto bounded = boundedSize(size, limits.pixels); bounded != size)
+        reader.setScaledSize(bounded);
+    auto image = reader.read();
+    if (image.isNull())
+        return undecodable(reader.errorString());
+    if (const auto bounded = boundedSize(image.size(), limits.pixels); bounded != image.size())
+        return image.scaled(bounded, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    return image;
+}
+
+} // namespace Platform
