@@ -9,7 +9,8 @@ class SystemLog;
 }
 
 /// The single diagnostic channel: the system's log, with a mirror to standard error for runs in a
-/// terminal. It has no levels, no files and no rotation. Never give it a picture or recognised text.
+/// terminal. It has no levels, no files and no rotation. Never give it a picture or recognised
+/// text.
 namespace Lumenote::Log {
 
 /// A source of log lines.
@@ -18,11 +19,11 @@ struct Logger {
     const char* prefix; ///< The source's short name in the line.
 };
 
-inline constexpr Logger ocr { "ocr", "OCR" };
-inline constexpr Logger capture { "capture", "capture" };
-inline constexpr Logger picker { "picker", "picker" };
-inline constexpr Logger hotkey { "hotkey", "hotkey" };
-inline constexpr Logger history { "history", "history" };
+inline constexpr Logger ocr{"ocr", "OCR"};
+inline constexpr Logger capture{"capture", "capture"};
+inline constexpr Logger picker{"picker", "picker"};
+inline constexpr Logger hotkey{"hotkey", "hotkey"};
+inline constexpr Logger history{"history", "history"};
 
 /// Sends later entries to @p log under @p subsystem. Until then, and after a null log, entries
 /// reach the mirror alone. Any thread.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Threads.h"
+
 #include <chrono>
 #include <condition_variable>
 #include <functional>
@@ -7,13 +9,14 @@
 #include <mutex>
 #include <optional>
 #include <stop_token>
-#include <thread>
+#include <utility>
 
 namespace Lumenote {
 
 /// The wait of one caller for the first of three: the operation's value, the limit, a cancellation.
 /// Shared by the caller and the operation's thread, and alive until the last of them lets go.
-template <typename T> class Race {
+template <typename T>
+class Race {
 public:
     using TimePoint = std::chrono::steady_clock::time_point;
 
@@ -58,27 +61,35 @@ private:
 /// Bounds an operation that may never come back, even one that ignores cancellation.
 namespace Watchdog {
 
-    template <typename T> using Operation = std::function<std::optional<T>(std::stop_token)>;
+template <typename T>
+using Operation = std::function<std::optional<T>(std::stop_token)>;
 
-    /// Runs @p operation on a thread of its own and answers its value, or nothing when @p limit has
-    /// passed, @p stop was requested, or the operation itself gave nothing. Exactly one answer
-    /// comes back, in time whatever the operation does; it is then asked to stop and left behind.
-    /// A hung operation costs its one thread, for as long as it hangs.
-    ///
-    /// Blocks the calling thread, which must not be the main one. Whatever the operation refers to
-    /// must be owned by it, since it may outlive the call. It must not throw.
-    template <typename T>
-    std::optional<T> run(
-        std::chrono::nanoseconds limit, Operation<T> operation, const std::stop_token& stop)
-    {
-        const auto deadline = std::chrono::steady_clock::now() + limit;
-        const auto race = std::make_shared<Race<T>>();
-        const std::stop_callback cancel(stop, [race] { race->finish(std::nullopt); });
-        std::thread([race, operation = std::move(operation)] {
+/// Runs @p operation on a thread of its own and answers its value, or nothing when @p limit has
+/// passed, @p stop was requested, or the operation itself gave nothing, threw, or could not get
+/// a thread. Exactly one answer comes back, in time whatever the operation does; it is then
+/// asked to stop and left behind. A hung operation costs its one thread, for as long as it
+/// hangs.
+///
+/// Blocks the calling thread, which must not be the main one. Whatever the operation refers to
+/// must be owned by it, since it may outlive the call.
+template <typename T>
+std::optional<T> run(
+    std::chrono::nanoseconds limit, Operation<T> operation, const std::stop_token& stop)
+{
+    const auto deadline = std::chrono::steady_clock::now() + limit;
+    const auto race = std::make_shared<Race<T>>();
+    const std::stop_callback cancel(stop, [race] { race->finish(std::nullopt); });
+    const bool isStarted = Platform::startDetachedThread([race, operation = std::move(operation)] {
+        try {
             race->finish(operation(race->workToken()));
-        }).detach();
-        return race->wait(deadline);
-    }
+        } catch (...) {
+            race->finish(std::nullopt);
+        }
+    });
+    if (!isStarted)
+        race->finish(std::nullopt);
+    return race->wait(deadline);
+}
 
 } // namespace Watchdog
 
