@@ -1,0 +1,150 @@
+#include "CLIRunner.h"
+
+#include "Log.h"
+#include "OCR/OCRService.h"
+#include "Platform/Bundle.h"
+#include "Platform/ImageDecoder.h"
+#include "Platform/StandardStreams.h"
+
+#include <QCoreApplication>
+#include <QFutureWatcher>
+#include <QGuiApplication>
+
+#include <array>
+#include <cstdlib>
+#include <unistd.h>
+
+namespace Lumenote::CLIRunner {
+
+namespace {
+
+/// Without clean-up: threads left behind may still run, and must not meet destroyed statics.
+/// Nothing here writes through a buffer that would need a flush.
+[[noreturn]] void end(ExitCode code)
+{
+    std::_Exit(code);
+}
+
+void report(const QByteArray& message)
+{
+    Platform::writeAll(STDERR_FILENO, "lumenote: " + message + '\n');
+}
+
+[[noreturn]] void fail(const QByteArray& message, ExitCode code)
+{
+    report(message);
+    end(code);
+}
+
+[[noreturn]] void print(const QString& text)
+{
+    if (!Platform::writeAll(STDOUT_FILENO, text.toUtf8() + '\n'))
+        fail("couldn't write the text", notWritten);
+    end(succeeded);
+}
+
+/// Qt's own warnings would stand among the lines of a mode; what matters of a failure is told
+/// by the mode itself.
+void silenceQt()
+{
+    qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& message) {
+        if (type == QtFatalMsg)
+            report(message.toUtf8());
+    });
+}
+
+void startMode()
+{
+    Log::setMirrorsToStandardError(true);
+    silenceQt();
+}
+
+/// The arguments that Qt sees: none, since it would take those it knows for its own.
+struct Arguments {
+    std::array<char, 9> name{"lumenote"};
+    std::array<char*, 2> values{name.data(), nullptr};
+    int count = 1;
+};
+
+/// Fonts need Qt's GUI side, but no display and nothing of the desktop's.
+void stayOffScreen()
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qunsetenv("QT_QPA_PLATFORMTHEME");
+    qunsetenv("QT_IM_MODULE");
+}
+
+QImage decodedImage(const QByteArray& path)
+{
+    auto image = Platform::decodeImageFile(path);
+    if (image)
+        return *std::move(image);
+    if (image.error().kind == Platform::Error::Kind::unreadable)
+        fail("couldn't read image at " + path, noImage);
+    fail("couldn't decode image at " + path, noImage);
+}
+
+/// Runs the main loop until @p future has finished, then @p onFinished, which ends the process.
+template <typename T, typename Handler>
+[[noreturn]] void runLoop(const QFuture<T>& future, Handler onFinished)
+{
+    QFutureWatcher<T> watcher;
+    QObject::connect(&watcher, &QFutureWatcherBase::finished, &watcher, onFinished);
+    watcher.setFuture(future);
+    QCoreApplication::exec();
+    end(loopReturned);
+}
+
+} // namespace
+
+void run(const QByteArray& path, OCRService& service)
+{
+    startMode();
+    Arguments arguments;
+    const QCoreApplication application(arguments.count, arguments.values.data());
+    const auto recognition = service.recognize(decodedImage(path), {});
+    runLoop(recognition, [&recognition] {
+        const auto result = recognition.result();
+        if (result.interrupted)
+            fail("recognition didn't finish", unfinished);
+        print(result.text());
+    });
+}
+
+void usage()
+{
+    Platform::writeAll(STDERR_FILENO, "usage: lumenote --ocr <image>\n");
+    end(wrongUsage);
+}
+
+void selfTest()
+{
+    fail("--self-test isn't available yet: this build can't capture the screen", wrongUsage);
+}
+
+void version()
+{
+    const auto bundle = Platform::mainBundle();
+    if (!bundle)
+        print(QStringLiteral("Lumenote (development build — no bundle)"));
+    print(QStringLiteral("Lumenote %1 (%2)").arg(bundle->shortVersion, bundle->version));
+}
+
+void warmUp(OCRService& service)
+{
+    startMode();
+    stayOffScreen();
+    Arguments arguments;
+    const QGuiApplication application(arguments.count, arguments.values.data());
+    service.warmUp();
+    runLoop(service.runner(),
+        [&service] { end(service.phase() == OCRService::Phase::ready ? succeeded : failed); });
+}
+
+void noMode()
+{
+    fail("the desktop program isn't built yet; there are --ocr <image>, --warm-up and --version",
+        wrongUsage);
+}
+
+} // namespace Lumenote::CLIRunner
