@@ -1,0 +1,94 @@
+#include "Platform/Tesseract/TesseractEngine.h"
+
+#include <tesseract/baseapi.h>
+#include <tesseract/resultiterator.h>
+
+#include <algorithm>
+#include <cstdlib>
+
+namespace Platform {
+
+namespace {
+
+/// Keeps Tesseract's own diagnostics off standard error.
+void silence(tesseract::TessBaseAPI& api)
+{
+    api.SetVariable("debug_file", "/dev/null");
+}
+
+} // namespace
+
+TesseractEngine::TesseractEngine()
+    : m_api(std::make_unique<tesseract::TessBaseAPI>())
+{
+}
+
+TesseractEngine::~TesseractEngine() = default;
+
+QStringList TesseractEngine::installedLanguages()
+{
+    tesseract::TessBaseAPI api;
+    silence(api);
+    // Only a start finds the data folder. One without a language finds it and loads nothing; where
+    // there is no folder it fails, and the list is empty.
+    (void)api.Init(nullptr, "", tesseract::OEM_LSTM_ONLY);
+    std::vector<std::string> codes;
+    api.GetAvailableLanguagesAsVector(&codes);
+
+    QStringList languages;
+    for (const std::string& code : codes) {
+        const bool readsText = code != "osd" && code != "equ";
+        if (readsText)
+            languages.append(QString::fromStdString(code));
+    }
+    languages.sort();
+    return languages;
+}
+
+Result<std::unique_ptr<TesseractEngine>> TesseractEngine::start(const QString& language)
+{
+    std::unique_ptr<TesseractEngine> engine(new TesseractEngine);
+    tesseract::TessBaseAPI& api = *engine->m_api;
+    silence(api);
+    if (api.Init(nullptr, language.toUtf8().constData(), tesseract::OEM_LSTM_ONLY) != 0)
+        return tl::make_unexpected(Error{
+            Error::Kind::failed, QStringLiteral("no recogniser for language %1").arg(language)});
+    api.SetPageSegMode(tesseract::PSM_SINGLE_LINE);
+    api.SetVariable("tessedit_do_invert", "0");
+    return engine;
+}
+
+LineReading TesseractEngine::readLine(const QImage& line)
+{
+    m_api->SetImage(line.constBits(), line.width(), line.height(), 1, int(line.bytesPerLine()));
+    m_api->SetSourceResolution(150);
+    LineReading reading;
+    if (m_api->Recognize(nullptr) != 0)
+        return reading;
+    const std::unique_ptr<tesseract::ResultIterator> words(m_api->GetIterator());
+    if (!words || words->Empty(tesseract::RIL_WORD))
+        return reading;
+    double total = 0;
+    int n = 0;
+    reading.weakestWord = 100;
+    do {
+        const std::unique_ptr<char[]> word(words->GetUTF8Text(tesseract::RIL_WORD));
+        if (!word)
+            continue;
+        const QString text = QString::fromUtf8(word.get()).trimmed();
+        if (text.isEmpty())
+            continue;
+        const double c = words->Confidence(tesseract::RIL_WORD);
+        if (!reading.text.isEmpty())
+            reading.text += u' ';
+        reading.text += text;
+        total += c * text.size();
+        n += text.size();
+        reading.weakestWord = std::min(reading.weakestWord, c);
+    } while (words->Next(tesseract::RIL_WORD));
+    if (n)
+        reading.confidence = total / n;
+    return reading;
+}
+
+} // namespace Platform

@@ -1,0 +1,59 @@
+#include "Platform/Tesseract/TesseractRecognizer.h"
+
+#include "Platform/Tesseract/LanguagePass.h"
+#include "Platform/Tesseract/LineReader.h"
+#include "Platform/TextLayout/Backdrop.h"
+#include "Platform/TextLayout/PageLayout.h"
+
+#include <algorithm>
+#include <thread>
+
+namespace Platform {
+
+namespace {
+
+Error cancelled()
+{
+    return {Error::Kind::cancelled, {}};
+}
+
+TextObservation observationOf(const PlacedLine& line, const LineReading& reading)
+{
+    return {{{reading.text, reading.confidence / 100}}, QRectF(line.box)};
+}
+
+} // namespace
+
+TesseractRecognizer::TesseractRecognizer()
+    : m_engines(std::max(1, int(std::thread::hardware_concurrency())))
+{
+}
+
+Result<QList<TextObservation>> TesseractRecognizer::recognize(
+    const QImage& image, std::stop_token stop)
+{
+    const QStringList languages = TesseractEngine::installedLanguages();
+    if (languages.isEmpty())
+        return tl::make_unexpected(Error{Error::Kind::missingLanguageData,
+            QStringLiteral(
+                "no language data is installed — install the package tesseract-ocr-eng")});
+    if (image.isNull())
+        return QList<TextObservation>();
+
+    const PageLayout page = layoutOf(opaqueImageOf(image), stop);
+    LineReader reader(page, m_engines);
+    const Result<std::vector<LineReading>> readings =
+        readInBestLanguages(page, reader, languages, stop);
+    if (stop.stop_requested())
+        return tl::make_unexpected(cancelled());
+    if (!readings)
+        return tl::make_unexpected(readings.error());
+
+    QList<TextObservation> observations;
+    for (std::size_t line = 0; line < page.lines.size(); ++line)
+        if (isText(page.lines[line], (*readings)[line]))
+            observations.append(observationOf(page.lines[line], (*readings)[line]));
+    return observations;
+}
+
+} // namespace Platform

@@ -1,0 +1,276 @@
+#include "Platform/TextLayout/InkImage.h"
+
+#include "Platform/TextLayout/Pixels.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+namespace Platform {
+
+namespace {
+
+/// A run this long of neighbours that differ by no more than this in any channel is a surface.
+/// Letters of up to 34 px have no such runs; the vertical one is longer, for the stems.
+constexpr int surfaceRunAcross = 28;
+constexpr int surfaceRunDown = 56;
+constexpr int surfaceStep = 3;
+
+/// A surface this thin between two like ones is a rule or an underline: nothing stands on it.
+constexpr int thickestRule = 3;
+constexpr int likeColours = 24;
+/// A rule goes on beyond a letter that crosses it: pieces this short, no further apart than this.
+constexpr int shortestRulePiece = 4;
+constexpr int widestRuleBreak = 16;
+
+/// Between two unlike surfaces, no more than this is the edge between them.
+constexpr int widestEdge = 10;
+
+constexpr std::uint8_t openPixel = 0;
+constexpr std::uint8_t surfacePixel = 1;
+constexpr std::uint8_t rulePixel = 2;
+
+/// Sets even[x] where a[x] and b[x] differ by at most surfaceStep in each channel.
+void markEven(const Pixel* a, const Pixel* b, int count, std::uint8_t* even)
+{
+    for (int x = 0; x < count; ++x)
+        even[x] = std::uint8_t(channelDistance(a[x], b[x]) <= surfaceStep);
+}
+
+struct Span {
+    int left = 0;
+    int right = 0;
+};
+
+/// Marks the surfaces and rules that run across the picture, row by row.
+class AcrossSurfaces {
+public:
+    explicit AcrossSurfaces(const QImage& image)
+        : m_image(image)
+        , m_even(std::size_t(image.width()))
+    {
+    }
+
+    void markRow(int y, std::uint8_t* marks)
+    {
+        const Pixel* row = pixelRow(m_image, y);
+        markEven(row + 1, row, m_image.width() - 1, m_even.data() + 1);
+        m_pieces.clear();
+        m_rules.clear();
+        int start = 0;
+        for (int x = 1; x <= m_image.width(); ++x) {
+            if (x < m_image.width() && m_even[std::size_t(x)])
+                continue;
+            if (x - start >= surfaceRunAcross)
+                markRun(y, {start, x}, marks);
+            else if (x - start >= shortestRulePiece)
+                m_pieces.push_back({start, x});
+            start = x;
+        }
+        if (!m_rules.empty())
+            continueRules(y, marks);
+    }
+
+private:
+    void markRun(int y, Span run, std::uint8_t* marks)
+    {
+        if (isRule(y, run)) {
+            std::fill(marks + run.left, marks + run.right, rulePixel);
+            m_rules.push_back(run);
+        } else {
+            std::fill(marks + run.left, marks + run.right, surfacePixel);
+        }
+    }
+
+    /// Whether most of @p run is thin, with the same colour above and below.
+    bool isRule(int y, Span run) const
+    {
+        constexpr int samples = 16;
+        const int length = run.right - run.left;
+        int thin = 0;
+        for (int sample = 0; sample < samples; ++sample)
+            thin += isThinAt(run.left + length * (2 * sample + 1) / (2 * samples), y);
+        return thin * 2 > samples;
+    }
+
+    bool isThinAt(int x, int y) const
+    {
+        const Pixel colour = pixelRow(m_image, y)[x];
+        int above = y - 1;
+        while (above >= 0 && y - above <= thickestRule
+            && channelDistance(pixelRow(m_image, above)[x], colour) <= surfaceStep)
+            --above;
+        int below = y + 1;
+        while (below < m_image.height() && below - above <= thickestRule + 1
+            && channelDistance(pixelRow(m_image, below)[x], colour) <= surfaceStep)
+            ++below;
+        return above >= 0 && below < m_image.height() && below - above - 1 <= thickestRule
+            && channelDistance(pixelRow(m_image, above)[x], pixelRow(m_image, below)[x])
+            <= likeColours;
+    }
+
+    /// Marks what is left of a rule that letters cross.
+    void continueRules(int y, std::uint8_t* marks) const
+    {
+        const Pixel* row = pixelRow(m_image, y);
+        for (const Span& piece : m_pieces) {
+            const bool continues = std::any_of(m_rules.begin(), m_rules.end(), [&](Span rule) {
+                return piece.left - rule.right <= widestRuleBreak
+                    && rule.left - piece.right <= widestRuleBreak
+                    && channelDistance(row[piece.left], row[rule.left]) <= 2 * surfaceStep;
+            });
+            if (continues && isRule(y, piece))
+                std::fill(marks + piece.left, marks + piece.right, rulePixel);
+        }
+    }
+
+    const QImage& m_image;
+    std::vector<std::uint8_t> m_even;
+    std::vector<Span> m_pieces;
+    std::vector<Span> m_rules;
+};
+
+/// Marks surfaces that run down the picture, row by row: the length of the run that each
+/// column is in is all that needs to be kept.
+class DownwardSurfaces {
+public:
+    explicit DownwardSurfaces(int width)
+        : m_even(std::size_t(width))
+        , m_length(std::size_t(width), 1)
+    {
+    }
+
+    void addRow(const Pixel* above, const Pixel* row, InkImage& marks, int y)
+    {
+        const int width = marks.width();
+        markEven(row, above, width, m_even.data());
+        std::uint8_t longest = 0;
+        for (int x = 0; x < width; ++x) {
+            const int length = m_even[std::size_t(x)] ? m_length[std::size_t(x)] + 1 : 1;
+            // One past the threshold stands for all longer runs.
+            m_length[std::size_t(x)] = std::uint8_t(std::min(length, surfaceRunDown + 1));
+            longest = std::max(longest, m_length[std::size_t(x)]);
+        }
+        if (longest >= surfaceRunDown)
+            mark(marks, y);
+    }
+
+private:
+    void mark(InkImage& marks, int y) const
+    {
+        for (int x = 0; x < marks.width(); ++x) {
+            const int length = m_length[std::size_t(x)];
+            if (length < surfaceRunDown)
+                continue;
+            const int first = length > surfaceRunDown ? y : y - surfaceRunDown + 1;
+            for (int row = first; row <= y; ++row)
+                if (marks.row(row)[x] == openPixel)
+                    marks.row(row)[x] = surfacePixel;
+        }
+    }
+
+    std::vector<std::uint8_t> m_even;
+    std::vector<std::uint8_t> m_length;
+};
+
+/// The ink of a pixel between two surfaces, of which @p nearer is the nearer one. What is a
+/// mixture of both is the edge between them, such as a rounded corner, and no ink.
+int inkBetweenSurfaces(Pixel pixel, Pixel nearer, Pixel farther)
+{
+    if (channelDistance(nearer, farther) <= likeColours)
+        return inkBetween(pixel, nearer);
+    int along = 0;
+    int square = 0;
+    for (const int shift : {0, 8, 16}) {
+        const int span = channelOf(farther, shift) - channelOf(nearer, shift);
+        along += (channelOf(pixel, shift) - channelOf(nearer, shift)) * span;
+        square += span * span;
+    }
+    const double share = std::clamp(double(along) / square, 0.0, 1.0);
+    double distance = 0;
+    for (const int shift : {0, 8, 16}) {
+        const int from = channelOf(nearer, shift);
+        const double mixed = from + share * (channelOf(farther, shift) - from);
+        distance += std::abs(channelOf(pixel, shift) - mixed);
+    }
+    return int(distance / 3);
+}
+
+/// Turns marks into ink, in place: the background of an open pixel is the nearest surface
+/// above or below it. A column is filled from one surface pixel up to the one before it.
+class InkFiller {
+public:
+    InkFiller(const QImage& image, InkImage& marks)
+        : m_image(image)
+        , m_marks(marks)
+        , m_lastSurface(std::size_t(image.width()), -1)
+    {
+    }
+
+    /// Rows from the first to one beyond the last.
+    void addRow(int y)
+    {
+        std::uint8_t* marks = y < m_image.height() ? m_marks.row(y) : nullptr;
+        for (int x = 0; x < m_image.width(); ++x) {
+            if (marks && marks[x] != surfacePixel)
+                continue;
+            if (y - m_lastSurface[std::size_t(x)] > 1)
+                fillGap(x, m_lastSurface[std::size_t(x)], y);
+            if (marks)
+                marks[x] = 0;
+            m_lastSurface[std::size_t(x)] = y;
+        }
+    }
+
+private:
+    void fillGap(int x, int above, int below)
+    {
+        const bool hasAbove = above >= 0;
+        const bool hasBelow = below < m_image.height();
+        const Pixel upper = pixelRow(m_image, hasAbove ? above : hasBelow ? below : 0)[x];
+        const Pixel lower = hasBelow ? pixelRow(m_image, below)[x] : upper;
+        for (int y = above + 1; y < below; ++y) {
+            std::uint8_t& mark = m_marks.row(y)[x];
+            if (mark == rulePixel || (!hasAbove && !hasBelow)) {
+                mark = 0;
+                continue;
+            }
+            const Pixel pixel = pixelRow(m_image, y)[x];
+            if (below - above > widestEdge)
+                mark = std::uint8_t(inkBetween(pixel, y - above <= below - y ? upper : lower));
+            else
+                mark =
+                    std::uint8_t(y - above <= below - y ? inkBetweenSurfaces(pixel, upper, lower)
+                                                        : inkBetweenSurfaces(pixel, lower, upper));
+        }
+    }
+
+    const QImage& m_image;
+    InkImage& m_marks;
+    std::vector<int> m_lastSurface;
+};
+
+} // namespace
+
+InkImage inkOf(const QImage& image, const std::stop_token& stop)
+{
+    static_assert(openPixel == 0, "a fresh image has no marks");
+    InkImage marks(image.width(), image.height());
+    AcrossSurfaces across(image);
+    DownwardSurfaces downward(image.width());
+    for (int y = 0; y < image.height(); ++y) {
+        if (stop.stop_requested())
+            return {};
+        across.markRow(y, marks.row(y));
+        if (y > 0)
+            downward.addRow(pixelRow(image, y - 1), pixelRow(image, y), marks, y);
+    }
+    InkFiller filler(image, marks);
+    for (int y = 0; y <= image.height(); ++y) {
+        if (stop.stop_requested())
+            return {};
+        filler.addRow(y);
+    }
+    return marks;
+}
+
+} // namespace Platform

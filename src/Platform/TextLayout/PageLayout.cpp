@@ -1,0 +1,122 @@
+#include "Platform/TextLayout/PageLayout.h"
+
+#include "Platform/TextLayout/Patches.h"
+#include "Platform/TextLayout/Pixels.h"
+#include "Platform/TextLayout/ReadingOrder.h"
+
+#include <algorithm>
+
+namespace Platform {
+
+namespace {
+
+constexpr int mostLevels = 4;
+constexpr int smallestSide = 24; ///< Of a level worth looking at, in its own pixels.
+/// The least letter height that a reduced level is asked for, in its own pixels: smaller
+/// letters are seen well enough on the level below.
+constexpr double leastReducedHeight = 20;
+
+/// Half the size, each pixel the mean of four.
+QImage halved(const QImage& image)
+{
+    QImage half(image.width() / 2, image.height() / 2, QImage::Format_RGB32);
+    for (int y = 0; y < half.height(); ++y) {
+        const Pixel* upper = pixelRow(image, 2 * y);
+        const Pixel* lower = pixelRow(image, 2 * y + 1);
+        auto* row = reinterpret_cast<Pixel*>(half.scanLine(y));
+        for (int x = 0; x < half.width(); ++x) {
+            // Two channels at a time, with room for the sum of four between them.
+            constexpr Pixel redAndBlue = 0x00ff00ff;
+            const Pixel a = upper[2 * x];
+            const Pixel b = upper[2 * x + 1];
+            const Pixel c = lower[2 * x];
+            const Pixel d = lower[2 * x + 1];
+            const Pixel even = (a & redAndBlue) + (b & redAndBlue) + (c & redAndBlue)
+                + (d & redAndBlue) + 0x00020002;
+            const Pixel odd = ((a >> 8) & redAndBlue) + ((b >> 8) & redAndBlue)
+                + ((c >> 8) & redAndBlue) + ((d >> 8) & redAndBlue) + 0x00020002;
+            row[x] = ((even >> 2) & redAndBlue) | (((odd >> 2) & redAndBlue) << 8);
+        }
+    }
+    return half;
+}
+
+struct LevelLines {
+    LayoutLevel level;
+    std::vector<TextLine> lines;
+};
+
+LevelLines levelOf(const QImage& image, int reduction, const std::stop_token& stop)
+{
+    LayoutLevel level{reduction, inkOf(image, stop), {}};
+    level.components = componentsOf(level.ink, stop);
+    std::vector<TextLine> lines = textLinesOf(level.components);
+    if (flattenPatches(image, level.components, lines, level.ink)) {
+        level.components = componentsOf(level.ink, stop);
+        lines = textLinesOf(level.components);
+    }
+    return {std::move(level), std::move(lines)};
+}
+
+QRect enlarged(const QRect& box, int factor)
+{
+    return {box.x() * factor, box.y() * factor, box.width() * factor, box.height() * factor};
+}
+
+int areaOf(const QRect& box)
+{
+    return box.isEmpty() ? 0 : box.width() * box.height();
+}
+
+bool liesMostlyIn(const QRect& box, const QRect& container)
+{
+    return 2 * areaOf(box.intersected(container)) > areaOf(box);
+}
+
+/// Whether @p box holds whole lines of much smaller letters, and so is no line itself.
+bool isBlockOfLines(const QRect& box, const std::vector<PlacedLine>& finer)
+{
+    return std::count_if(finer.begin(), finer.end(), [&](const PlacedLine& line) {
+        return liesMostlyIn(line.box, box) && line.box.height() * 10 < box.height() * 6
+            && line.line.components.size() >= 4;
+    }) >= 2;
+}
+
+/// Adds the lines of a reduced level in place of the fragments that finer levels saw of them.
+void addLines(int level, int reduction, std::vector<TextLine> found, std::vector<PlacedLine>& lines)
+{
+    std::vector<PlacedLine> large;
+    for (TextLine& line : found) {
+        const QRect box = enlarged(line.box, reduction);
+        if (level == 0 || (line.letterHeight >= leastReducedHeight && !isBlockOfLines(box, lines)))
+            large.push_back({std::move(line), level, box});
+    }
+    std::erase_if(lines, [&](const PlacedLine& line) {
+        return std::any_of(large.begin(), large.end(),
+            [&](const PlacedLine& other) { return liesMostlyIn(line.box, other.box); });
+    });
+    std::move(large.begin(), large.end(), std::back_inserter(lines));
+}
+
+} // namespace
+
+PageLayout layoutOf(const QImage& image, const std::stop_token& stop)
+{
+    PageLayout page;
+    QImage scaled = image;
+    for (int level = 0; level < mostLevels; ++level) {
+        if (level > 0)
+            scaled = halved(scaled);
+        if (level > 0 && std::min(scaled.width(), scaled.height()) < smallestSide)
+            break;
+        LevelLines seen = levelOf(scaled, 1 << level, stop);
+        if (stop.stop_requested())
+            return {};
+        page.levels.push_back(std::move(seen.level));
+        addLines(level, 1 << level, std::move(seen.lines), page.lines);
+    }
+    putInReadingOrder(page.lines, [](const PlacedLine& line) { return line.box; });
+    return page;
+}
+
+} // namespace Platform

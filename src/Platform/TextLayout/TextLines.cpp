@@ -1,0 +1,379 @@
+#include "Platform/TextLayout/TextLines.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <map>
+#include <numeric>
+#include <unordered_map>
+
+namespace Platform {
+
+namespace {
+
+constexpr int shortestLetter = 4;
+constexpr int tallestLetter = 64;
+/// Letters that touch make one component; a whole touching word is at most this wide.
+constexpr int widestLetterShare = 24;
+/// The widest gap inside a line, in heights of the letters beside it.
+constexpr double widestGap = 1.5;
+/// How much taller than a letter the next one may be: "a" beside "|" or "(".
+constexpr double tallestNeighbour = 2.6;
+
+int bottomOf(const QRect& box)
+{
+    return box.y() + box.height();
+}
+int rightOf(const QRect& box)
+{
+    return box.x() + box.width();
+}
+
+int verticalOverlap(const QRect& a, const QRect& b)
+{
+    return std::min(bottomOf(a), bottomOf(b)) - std::max(a.y(), b.y());
+}
+
+int horizontalGap(const QRect& a, const QRect& b)
+{
+    return std::max(a.x(), b.x()) - std::min(rightOf(a), rightOf(b));
+}
+
+template <typename T>
+T medianOf(std::vector<T> values)
+{
+    const auto middle = values.begin() + std::ptrdiff_t(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
+}
+
+enum class Shape {
+    letter, ///< Starts and carries a line.
+    bar, ///< "l", "|", or the side of a frame: joins a line of its height, starts none.
+    mark, ///< A dot, comma, quote or dash: joins a line.
+    other, ///< A rule, a frame or a picture.
+};
+
+Shape shapeOf(const QRect& box)
+{
+    const int width = box.width();
+    const int height = box.height();
+    if (height > tallestLetter || width > widestLetterShare * height)
+        return height < shortestLetter && width <= 40 ? Shape::mark : Shape::other;
+    if (height < shortestLetter)
+        return Shape::mark;
+    if (height >= 5 * width && width <= 4)
+        return Shape::bar;
+    return Shape::letter;
+}
+
+/// Finds boxes near a place without looking at all of them.
+class BoxIndex {
+public:
+    void add(int id, const QRect& box)
+    {
+        for (int row = cellOf(box.y()); row <= cellOf(bottomOf(box) - 1); ++row)
+            for (int column = cellOf(box.x()); column <= cellOf(rightOf(box) - 1); ++column)
+                m_cells[key(column, row)].push_back(id);
+    }
+
+    /// Calls @p visit with each box that may meet @p area; some more than once.
+    template <typename Visit>
+    void visit(const QRect& area, Visit visit) const
+    {
+        for (int row = cellOf(area.y()); row <= cellOf(bottomOf(area) - 1); ++row) {
+            for (int column = cellOf(area.x()); column <= cellOf(rightOf(area) - 1); ++column) {
+                const auto cell = m_cells.find(key(column, row));
+                if (cell == m_cells.end())
+                    continue;
+                for (const int id : cell->second)
+                    visit(id);
+            }
+        }
+    }
+
+private:
+    static int cellOf(int position) { return position >> 5; }
+    static std::int64_t key(int column, int row)
+    {
+        return (std::int64_t(row) << 32) ^ std::int64_t(std::uint32_t(column));
+    }
+
+    std::unordered_map<std::int64_t, std::vector<int>> m_cells;
+};
+
+class Sets {
+public:
+    explicit Sets(std::size_t count)
+        : m_parent(count)
+    {
+        std::iota(m_parent.begin(), m_parent.end(), 0);
+    }
+
+    int find(int item)
+    {
+        while (m_parent[std::size_t(item)] != item) {
+            int& parent = m_parent[std::size_t(item)];
+            parent = m_parent[std::size_t(parent)];
+            item = parent;
+        }
+        return item;
+    }
+
+    void join(int a, int b) { m_parent[std::size_t(find(a))] = find(b); }
+
+private:
+    std::vector<int> m_parent;
+};
+
+bool standSideBySide(const QRect& a, const QRect& b)
+{
+    const int shorter = std::min(a.height(), b.height());
+    const int taller = std::max(a.height(), b.height());
+    return verticalOverlap(a, b) * 2 >= shorter && taller <= tallestNeighbour * shorter;
+}
+
+/// Joins each letter with its nearest neighbour to the right.
+std::vector<std::vector<int>> chainLetters(
+    const Components& components, const std::vector<int>& letters)
+{
+    BoxIndex index;
+    for (const int letter : letters)
+        index.add(letter, components.items[std::size_t(letter)].box);
+
+    Sets sets(components.items.size());
+    for (const int letter : letters) {
+        const QRect box = components.items[std::size_t(letter)].box;
+        const int reach = int(std::lround(widestGap * tallestNeighbour * box.height())) + 1;
+        int nearest = -1;
+        int nearestGap = reach;
+        index.visit({box.x(), box.y(), box.width() + reach, box.height()}, [&](int other) {
+            const QRect& next = components.items[std::size_t(other)].box;
+            if (other == letter || next.x() < box.x() || !standSideBySide(box, next))
+                return;
+            const int gap = horizontalGap(box, next);
+            if (gap > widestGap * std::max(box.height(), next.height()))
+                return;
+            if (gap <= 0)
+                sets.join(letter, other);
+            else if (gap < nearestGap) {
+                nearestGap = gap;
+                nearest = other;
+            }
+        });
+        if (nearest >= 0)
+            sets.join(letter, nearest);
+    }
+
+    std::map<int, std::vector<int>> chains;
+    for (const int letter : letters)
+        chains[sets.find(letter)].push_back(letter);
+    std::vector<std::vector<int>> found;
+    found.reserve(chains.size());
+    for (auto& [root, chain] : chains)
+        found.push_back(std::move(chain));
+    return found;
+}
+
+QRect boxOf(const Components& components, const std::vector<int>& members)
+{
+    QRect box;
+    for (const int member : members)
+        box = box.united(components.items[std::size_t(member)].box);
+    return box;
+}
+
+/// The height from ascender to descender, from what of both the line shows. The shares are
+/// those of common screen fonts: x-height 0.55, capitals 0.75.
+double letterHeightOf(
+    const Components& components, const std::vector<int>& members, const QRect& lineBox)
+{
+    std::vector<int> heights;
+    std::vector<int> bottoms;
+    int top = bottomOf(lineBox);
+    int bottom = lineBox.y();
+    for (const int member : members) {
+        const QRect& box = components.items[std::size_t(member)].box;
+        if (shapeOf(box) != Shape::letter)
+            continue;
+        heights.push_back(box.height());
+        bottoms.push_back(bottomOf(box));
+        top = std::min(top, box.y());
+        bottom = std::max(bottom, bottomOf(box));
+    }
+    if (heights.empty())
+        return lineBox.height();
+    const int typical = medianOf(heights);
+    const int baseline = medianOf(bottoms);
+    const bool hasAscender = baseline - top > 1.2 * typical;
+    const bool hasDescender = bottom - baseline > 0.15 * typical;
+    if (hasAscender && hasDescender)
+        return bottom - top;
+    if (hasAscender)
+        return (bottom - top) / 0.78;
+    if (hasDescender)
+        return (bottom - top) / 0.85;
+    return (bottom - top) / 0.68;
+}
+
+TextLine lineOf(const Components& components, std::vector<int> members)
+{
+    TextLine line;
+    line.box = boxOf(components, members);
+    line.letterHeight = letterHeightOf(components, members, line.box);
+    line.components = std::move(members);
+    return line;
+}
+
+/// Whether @p piece, a mark or a low chain of letters such as "..." or "-", is so close to
+/// @p line that it belongs to it.
+bool belongsTo(const QRect& piece, const TextLine& line)
+{
+    const int height = line.box.height();
+    const int middle = piece.y() + piece.height() / 2;
+    return middle >= line.box.y() - height * 45 / 100
+        && middle < bottomOf(line.box) + height * 35 / 100
+        && piece.height() <= 1.3 * line.letterHeight && piece.width() <= 4 * height
+        && horizontalGap(piece, line.box) <= std::max(height, int(line.letterHeight));
+}
+
+int distanceTo(const QRect& piece, const TextLine& line)
+{
+    return std::max(0, horizontalGap(line.box, piece))
+        + 2 * std::max(0, -verticalOverlap(line.box, piece));
+}
+
+/// Adds the pieces to the lines that they stand in or beside, nearest first, until none finds
+/// a line any more: "- -" reaches its line one dash after the other. What belongs to no line
+/// is answered.
+std::vector<std::vector<int>> attachPieces(const Components& components,
+    std::vector<std::vector<int>> pieces, std::vector<TextLine>& lines)
+{
+    constexpr int mostRounds = 6;
+    for (int round = 0; round < mostRounds && !pieces.empty(); ++round) {
+        BoxIndex index;
+        for (std::size_t line = 0; line < lines.size(); ++line) {
+            const QRect& box = lines[line].box;
+            const int reach = std::max(box.height(), int(lines[line].letterHeight));
+            index.add(int(line), box.adjusted(-reach, -reach / 2, reach, reach / 2));
+        }
+        std::vector<std::pair<int, int>> attached;
+        for (std::size_t piece = 0; piece < pieces.size(); ++piece) {
+            const QRect box = boxOf(components, pieces[piece]);
+            int nearest = -1;
+            int nearestDistance = 1 << 20;
+            index.visit(box, [&](int candidate) {
+                const TextLine& line = lines[std::size_t(candidate)];
+                if (belongsTo(box, line) && distanceTo(box, line) < nearestDistance) {
+                    nearestDistance = distanceTo(box, line);
+                    nearest = candidate;
+                }
+            });
+            if (nearest >= 0)
+                attached.emplace_back(nearest, int(piece));
+        }
+        if (attached.empty())
+            break;
+        for (const auto& [line, piece] : attached) {
+            TextLine& owner = lines[std::size_t(line)];
+            std::vector<int>& members = pieces[std::size_t(piece)];
+            owner.box = owner.box.united(boxOf(components, members));
+            owner.components.insert(owner.components.end(), members.begin(), members.end());
+            members.clear();
+        }
+        std::erase_if(pieces, [](const std::vector<int>& piece) { return piece.empty(); });
+    }
+    return pieces;
+}
+
+/// Joins lines that the marks have brought close enough to be one: `a :: b`.
+std::vector<TextLine> mergeNeighbours(const Components& components, std::vector<TextLine> lines)
+{
+    BoxIndex index;
+    for (std::size_t line = 0; line < lines.size(); ++line)
+        index.add(int(line), lines[line].box);
+    Sets sets(lines.size());
+    for (std::size_t line = 0; line < lines.size(); ++line) {
+        const QRect& box = lines[line].box;
+        const int reach = 2 * box.height();
+        index.visit(box.adjusted(-reach, 0, reach, 0), [&](int other) {
+            if (other == int(line))
+                return;
+            const QRect& next = lines[std::size_t(other)].box;
+            const int shorter = std::min(box.height(), next.height());
+            const int taller = std::max(box.height(), next.height());
+            if (verticalOverlap(box, next) * 10 >= 6 * shorter && taller <= 2.2 * shorter
+                && horizontalGap(box, next) <= 1.1 * shorter)
+                sets.join(int(line), other);
+        });
+    }
+    std::map<int, std::vector<int>> groups;
+    for (std::size_t line = 0; line < lines.size(); ++line) {
+        std::vector<int>& group = groups[sets.find(int(line))];
+        group.insert(group.end(), lines[line].components.begin(), lines[line].components.end());
+    }
+    std::vector<TextLine> merged;
+    merged.reserve(groups.size());
+    for (auto& [root, members] : groups)
+        merged.push_back(lineOf(components, std::move(members)));
+    return merged;
+}
+
+} // namespace
+
+std::vector<TextLine> textLinesOf(const Components& components)
+{
+    std::vector<int> letters;
+    std::vector<std::vector<int>> pieces;
+    for (std::size_t item = 0; item < components.items.size(); ++item) {
+        const Shape shape = shapeOf(components.items[item].box);
+        if (shape == Shape::letter)
+            letters.push_back(int(item));
+        else if (shape != Shape::other)
+            pieces.push_back({int(item)});
+    }
+
+    std::vector<TextLine> lines;
+    for (std::vector<int>& chain : chainLetters(components, letters))
+        lines.push_back(lineOf(components, std::move(chain)));
+    std::sort(lines.begin(), lines.end(),
+        [](const TextLine& a, const TextLine& b) { return a.box.height() > b.box.height(); });
+    // low chains beside taller lines are marks
+    std::vector<TextLine> kept;
+    {
+        BoxIndex index;
+        for (std::size_t l = 0; l < lines.size(); ++l) {
+            const int r = lines[l].box.height();
+            index.add(int(l), lines[l].box.adjusted(-r, -r / 2, r, r / 2));
+        }
+        std::vector<char> low(lines.size());
+        for (std::size_t l = 0; l < lines.size(); ++l) {
+            const QRect& box = lines[l].box;
+            index.visit(box, [&](int o) {
+                const TextLine& line = lines[std::size_t(o)];
+                if (std::size_t(o) != l && !low[std::size_t(o)]
+                    && box.height() * 2 <= line.box.height()
+                    && line.components.size() > lines[l].components.size() && belongsTo(box, line))
+                    low[l] = 1;
+            });
+        }
+        for (std::size_t l = 0; l < lines.size(); ++l) {
+            if (low[l])
+                pieces.push_back(std::move(lines[l].components));
+            else
+                kept.push_back(std::move(lines[l]));
+        }
+    }
+    lines = std::move(kept);
+    attachPieces(components, std::move(pieces), lines);
+    lines = mergeNeighbours(components, std::move(lines));
+    for (TextLine& line : lines) {
+        std::sort(line.components.begin(), line.components.end(), [&](int a, int b) {
+            return components.items[std::size_t(a)].box.x()
+                < components.items[std::size_t(b)].box.x();
+        });
+    }
+    return lines;
+}
+
+} // namespace Platform
