@@ -51,6 +51,13 @@ constexpr std::array smallEntries{
     Entry{"version-log", Scenes::versionLog},
     Entry{"compiler-output", Scenes::compilerOutput},
     Entry{"prompt", Scenes::prompt},
+    Entry{"tight-line", Scenes::tightLine},
+    Entry{"tight-word", Scenes::tightWord},
+    Entry{"tight-number", Scenes::tightNumber},
+    Entry{"tight-paragraph", Scenes::tightParagraph},
+    Entry{"key-list", Scenes::keyList},
+    Entry{"steps", Scenes::steps},
+    Entry{"selected-text", Scenes::selectedText},
 };
 constexpr std::array scaledEntries{
     Entry{"dialog", Scenes::dialog},
@@ -77,6 +84,8 @@ constexpr std::array photoEntries{
     Entry{"player-overlay", Scenes::playerOverlay},
     Entry{"photo-grid", Scenes::photoGrid},
     Entry{"desktop", Scenes::desktop},
+    Entry{"skyline", Scenes::skyline},
+    Entry{"bright", Scenes::brightPhoto},
 };
 constexpr std::array languageEntries{
     Entry{"dialog", Scenes::dialog},
@@ -109,6 +118,7 @@ constexpr std::array noTextEntries{
     Entry{"gradients", Scenes::gradients},
     Entry{"photograph", Scenes::photograph},
     Entry{"icon-bar", Scenes::iconBar},
+    Entry{"skyline", Scenes::bareSkyline},
     Entry{"charts", Scenes::bareCharts},
     Entry{"patterns", Scenes::patterns},
     Entry{"bars", Scenes::bars},

@@ -5,7 +5,9 @@
 
 #include <QDir>
 #include <QImage>
+#include <QSaveFile>
 
+#include <algorithm>
 #include <cstdio>
 
 namespace Lumenote::Bench::Generator {
@@ -13,10 +15,27 @@ namespace Lumenote::Bench::Generator {
 using namespace Qt::StringLiterals;
 
 namespace {
+/// Whoever reads the pictures meanwhile sees the old or the new one, never half of it.
 void save(const QImage& image, const QString& path, int quality)
 {
-    if (!image.save(path, nullptr, quality))
+    QSaveFile file(path);
+    const QByteArray format = QFileInfo(path).suffix().toLatin1();
+    if (!file.open(QIODevice::WriteOnly) || !image.save(&file, format.constData(), quality)
+        || !file.commit())
         qFatal("Cannot write %s", qPrintable(path));
+}
+
+/// Removes the manifests of pictures that the set no longer has.
+void removeStrays(const QString& folder, const QList<Scene>& scenes)
+{
+    QDir dir(folder);
+    for (const QFileInfo& info : dir.entryInfoList({u"*.json"_s}, QDir::Files)) {
+        const auto hasName = [&](const Scene& scene) {
+            return scene.name == info.completeBaseName();
+        };
+        if (std::ranges::none_of(scenes, hasName))
+            dir.remove(info.fileName());
+    }
 }
 
 /// Answers the faults of the picture.
@@ -52,6 +71,7 @@ bool drawAll(const QString& folder, const QString& group)
         qFatal("Cannot create %s", qPrintable(folder));
     bool isFaultless = true;
     const QList<Scene> scenes = allScenes();
+    removeStrays(folder, scenes);
     for (const Scene& scene : scenes) {
         if (!group.isEmpty() && scene.group != group)
             continue;

@@ -103,7 +103,7 @@ Look lookNumber(int number, Split split)
     // The steps are prime to the lengths of the lists, so that all of their pairs come up.
     const int n = split == Split::tuning ? number : number + 5;
     const bool isDark = n % 3 == 2;
-    return {
+    Look look{
         .theme = isDark ? inTurn(darkThemes, n) : inTurn(lightThemes, n),
         .family = inTurn(uiFamilies, n * 2),
         .serifFamily = inTurn(serifFamilies, n),
@@ -112,6 +112,14 @@ Look lookNumber(int number, Split split)
         .rendering = inTurn(renderings, n),
         .hinting = inTurn(hintings, n),
     };
+    // Without grey pixels only fonts that were hinted by hand stay legible.
+    if (look.rendering == Rendering::aliased) {
+        look.family = n % 2 == 0 ? u"DejaVu Sans"_s : u"Liberation Sans"_s;
+        look.serifFamily = u"Liberation Serif"_s;
+        look.monospaceFamily = n % 2 == 0 ? u"DejaVu Sans Mono"_s : u"Liberation Mono"_s;
+        look.hinting = QFont::PreferFullHinting;
+    }
+    return look;
 }
 
 Look darkened(const Look& look, int number)

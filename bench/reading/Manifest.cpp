@@ -5,6 +5,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QSaveFile>
 
 namespace Lumenote::Bench::Manifest {
 
@@ -64,10 +65,11 @@ Picture pictureFromJson(const QJsonObject& json)
 
 void write(const QString& folder, const Picture& picture)
 {
-    QFile file(folder + u'/' + picture.name + u".json"_s);
+    QSaveFile file(folder + u'/' + picture.name + u".json"_s);
     if (!file.open(QIODevice::WriteOnly))
         qFatal("Cannot write %s: %s", qPrintable(file.fileName()), qPrintable(file.errorString()));
     file.write(QJsonDocument(toJson(picture)).toJson());
+    file.commit();
 }
 
 QList<Picture> readAll(const QString& folder)

@@ -30,6 +30,14 @@ void photograph(Page& page)
         0, 0, Bench::photograph({900, 600}, page.random, 0.5 + page.random.unit() / 2));
 }
 
+void bareSkyline(Page& page)
+{
+    page.canvas.begin({900, 500}, Qt::black);
+    QImage city = Bench::photograph({900, 500}, page.random, 0.6);
+    addSkyline(city, page.random);
+    page.canvas.painter().drawImage(0, 0, city);
+}
+
 void iconBar(Page& page)
 {
     const double u = page.unit();

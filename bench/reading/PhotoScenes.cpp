@@ -116,6 +116,33 @@ void photoGrid(Page& page)
     }
 }
 
+void skyline(Page& page)
+{
+    const double u = page.unit();
+    const QSizeF size(54 * u, 30 * u);
+    page.canvas.begin(size, Qt::black);
+    QImage city = photograph(size.toSize(), page.random, 0.55);
+    addSkyline(city, page.random);
+    page.canvas.painter().drawImage(page.canvas.area(), city);
+    writeShadowed(page, {2 * u, 4 * u}, page.texts.one("captions"), page.look.ui(1.8, QFont::Bold));
+    writeShadowed(page, {2 * u, 6.6 * u}, page.texts.one("captions"), page.look.ui(1.1));
+    writeShadowed(
+        page, {2 * u, 24 * u}, page.texts.one("captions"), page.look.ui(1.5, QFont::DemiBold));
+    writeShadowed(page, {2 * u, 26.4 * u}, page.texts.longDate(), page.look.ui(1.1));
+}
+
+void brightPhoto(Page& page)
+{
+    const double u = page.unit();
+    beginPhotograph(page, {46 * u, 24 * u}, 1.45);
+    const QColor ink(0x14, 0x14, 0x1c);
+    page.canvas.write(
+        {2 * u, 5 * u}, page.texts.one("captions"), page.look.serif(2.2, QFont::Bold), ink);
+    page.canvas.write({2 * u, 8 * u}, page.texts.one("captions"), page.look.ui(1.1), ink);
+    page.canvas.write({2 * u, 10.4 * u}, page.texts.price(), page.look.ui(1.3, QFont::Bold), ink);
+    page.canvas.write({2 * u, 22 * u}, page.texts.one("captions"), page.look.ui(1), ink);
+}
+
 void desktop(Page& page)
 {
     const double u = page.unit();

@@ -89,4 +89,24 @@ QImage photograph(QSize size, Random& random, double lightness)
     return image;
 }
 
+void addSkyline(QImage& image, Random& random)
+{
+    constexpr int storey = 9;
+    constexpr int windowStep = 7;
+    QPainter painter(&image);
+    for (int left = 0; left < image.width();) {
+        const int width = random.between(24, 70);
+        const int top = image.height() / 2 + random.below(image.height() / 3);
+        painter.fillRect(
+            left, top, width, image.height(), QColor::fromHsv(220, 60, random.between(20, 45)));
+        for (int y = top + 4; y < image.height() - storey; y += storey) {
+            for (int x = left + 4; x < left + width - windowStep; x += windowStep) {
+                if (random.isLuckyIn(4))
+                    painter.fillRect(x, y, 4, 5, QColor(0xf0, 0xd0, 0x80, random.between(90, 230)));
+            }
+        }
+        left += width + random.below(6);
+    }
+}
+
 } // namespace Lumenote::Bench

@@ -10,4 +10,7 @@ namespace Lumenote::Bench {
 /// that changes from the top to the bottom. @p lightness is 0 for night, 1 for noon.
 QImage photograph(QSize size, Random& random, double lightness);
 
+/// Puts the outlines of buildings before the lower half of @p image, with windows lit at random.
+void addSkyline(QImage& image, Random& random);
+
 } // namespace Lumenote::Bench

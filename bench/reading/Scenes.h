@@ -20,6 +20,15 @@ void tooltip(Page& page);
 void login(Page& page);
 void statusBar(Page& page);
 
+// What remains when people cut out a part of the screen.
+void tightLine(Page& page);
+void tightWord(Page& page);
+void tightNumber(Page& page);
+void tightParagraph(Page& page);
+void keyList(Page& page);
+void steps(Page& page);
+void selectedText(Page& page);
+
 // Lists and tables.
 void fileList(Page& page);
 void propertyTable(Page& page);
@@ -57,6 +66,8 @@ void gradientCard(Page& page);
 void playerOverlay(Page& page);
 void photoGrid(Page& page);
 void desktop(Page& page);
+void skyline(Page& page);
+void brightPhoto(Page& page);
 
 // Whole screens full of text.
 void denseEditor(Page& page);
@@ -74,6 +85,7 @@ void growingPixels(Page& page, QSize pixels);
 // No text at all.
 void gradients(Page& page);
 void photograph(Page& page);
+void bareSkyline(Page& page);
 void iconBar(Page& page);
 void bareCharts(Page& page);
 void patterns(Page& page);
