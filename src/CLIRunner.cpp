@@ -43,10 +43,11 @@ void report(const QByteArray& message)
     end(succeeded);
 }
 
-/// Qt's own warnings would stand among the lines of a mode; what matters of a failure is told
-/// by the mode itself.
-void silenceQt()
+/// Warnings of Qt and other libraries would stand among the lines of a mode; what matters of a
+/// failure is told by the mode itself.
+void silenceOthers()
 {
+    Platform::silenceLibraries();
     qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& message) {
         if (type == QtFatalMsg)
             report(message.toUtf8());
@@ -56,7 +57,7 @@ void silenceQt()
 void startMode()
 {
     Log::setMirrorsToStandardError(true);
-    silenceQt();
+    silenceOthers();
 }
 
 /// The arguments that Qt sees: none, since it would take those it knows for its own.

@@ -4,11 +4,13 @@
 #include <QFile>
 #include <QImageReader>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cmath>
 #include <fcntl.h>
 #include <memory>
+#include <new>
 #include <poll.h>
 #include <sys/stat.h>
 #include <system_error>
@@ -18,6 +20,8 @@
 namespace Platform {
 
 namespace {
+
+constexpr int usualBits = 32;
 
 tl::unexpected<Error> unreadable(const QString& message)
 {
@@ -155,16 +159,29 @@ bool isDrawing(const QByteArray& format)
     return format.startsWith("svg") || format == "pdf";
 }
 
-/// Qt's own guard for what a decoder holds, of which the header tells only after the fact.
-void allowAllocations(const ImageLimits& limits)
+/// What the header lets expect.
+qint64 decodedBytes(const QImageReader& reader)
 {
-    constexpr qint64 bytesPerPixel = 8; // Of the deepest format.
-    QImageReader::setAllocationLimit(static_cast<int>(limits.sourcePixels * bytesPerPixel >> 20));
+    // Scaling takes at least what the usual depth does, also for pictures that are flatter.
+    const auto format = QImage::toPixelFormat(reader.imageFormat());
+    return pixelCount(reader.size()) * std::max<int>(usualBits, format.bitsPerPixel()) / 8;
 }
 
-} // namespace
+/// Qt's own guard, one for the whole process, which also holds where a header tells nothing.
+void allowAllocations(const ImageLimits& limits)
+{
+    QImageReader::setAllocationLimit(static_cast<int>(limits.decodedBytes >> 20));
+}
 
-Result<QImage> decodeImageFile(const QByteArray& path, const ImageLimits& limits)
+/// Nobody here looks at more than 8 bits a channel, and scaling is the dearer the deeper.
+QImage shallow(QImage image)
+{
+    if (image.depth() > usualBits)
+        image.convertTo(image.hasAlphaChannel() ? QImage::Format_ARGB32 : QImage::Format_RGB32);
+    return image;
+}
+
+Result<QImage> decode(const QByteArray& path, const ImageLimits& limits)
 {
     const auto source = openSource(path, limits);
     if (!source)
@@ -175,16 +192,27 @@ Result<QImage> decodeImageFile(const QByteArray& path, const ImageLimits& limits
     if (!reader.canRead() || isDrawing(reader.format()))
         return unreadable(QStringLiteral("no picture of a known format"));
     const auto size = reader.size();
-    if (size.isValid() && pixelCount(size) > limits.sourcePixels)
+    if (size.isValid() && decodedBytes(reader) > limits.decodedBytes)
         return undecodable(QStringLiteral("more pixels than a picture may have"));
-    if (const auto bounded = boundedSize(size, limits.pixels); bounded != size)
-        reader.setScaledSize(bounded);
-    auto image = reader.read();
+    // Some decoders can scale as they go. Of deep pictures none does.
+    if (QImage::toPixelFormat(reader.imageFormat()).bitsPerPixel() <= usualBits)
+        if (const auto bounded = boundedSize(size, limits.pixels); bounded != size)
+            reader.setScaledSize(bounded);
+    auto image = shallow(reader.read());
     if (image.isNull())
         return undecodable(reader.errorString());
     if (const auto bounded = boundedSize(image.size(), limits.pixels); bounded != image.size())
         return image.scaled(bounded, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     return image;
+}
+
+} // namespace
+
+Result<QImage> decodeImageFile(const QByteArray& path, const ImageLimits& limits)
+try {
+    return decode(path, limits);
+} catch (const std::bad_alloc&) {
+    return undecodable(QStringLiteral("out of memory"));
 }
 
 } // namespace Platform

@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <csignal>
+#include <cstdio>
 #include <fcntl.h>
 #include <poll.h>
 #include <unistd.h>
@@ -31,6 +32,13 @@ void guardStandardStreams()
     fillIfClosed(STDOUT_FILENO, O_RDONLY);
     fillIfClosed(STDERR_FILENO, O_WRONLY);
     static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
+}
+
+void silenceLibraries()
+{
+    // A variable in glibc, unlike in the standard.
+    if (auto* const nowhere = std::fopen("/dev/null", "we"))
+        stderr = nowhere;
 }
 
 bool writeAll(int descriptor, const QByteArray& bytes)
