@@ -50,11 +50,12 @@ QList<CodeLine> program(Page& page, const char* section, int count)
 QList<Run> highlighted(const QString& line, const Theme& theme)
 {
     static const QRegularExpression tokens(
-        uR"RX((?<comment>//.*|#(?!include).*)|(?<string>"[^"]*"|'[^']*')|)RX"
-        uR"RX((?<keyword>\b(?:const|auto|class|final|public|explicit|if|return|for|int|while|)RX"
-        uR"RX(template|typename|void|throw|namespace|static|constexpr|double|switch|case|break|)RX"
-        uR"RX(import|from|def|in|not|or|is|None|raise|with|open|as|try|elif|except|assert|lambda|)RX"
-        uR"RX(self|True)\b|#include)|(?<type>\b[A-Z]\w+)|(?<number>\b\d[\d.]*)|\s+|\w+|[^\w\s])RX"_s);
+        u"(?<comment>//.*|#(?!include).*)|(?<string>\"[^\"]*\"|'[^']*')|"
+        u"(?<keyword>\\b(?:const|auto|class|final|public|explicit|if|return|for|int|while|"
+        u"template|typename|void|throw|namespace|static|constexpr|double|switch|case|break|"
+        u"import|from|def|in|not|or|is|None|raise|with|open|as|try|elif|except|assert|lambda|"
+        u"self|True)\\b|#include)|(?<type>\\b[A-Z]\\w+)|(?<number>\\b\\d[\\d.]*)|"
+        u"\\s+|\\w+|[^\\w\\s]"_s);
     QList<Run> runs;
     auto found = tokens.globalMatch(line);
     while (found.hasNext()) {

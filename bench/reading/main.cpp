@@ -3,11 +3,13 @@
 #include "Manifest.h"
 #include "Options.h"
 #include "Reader.h"
+#include "Report.h"
 
 #include <QDateTime>
 #include <QDir>
 #include <QFileInfo>
 #include <QGuiApplication>
+#include <QJsonDocument>
 
 #include <cstdio>
 
@@ -45,6 +47,14 @@ QList<Picture> wantedPictures(const Options& options)
     return pictures;
 }
 
+void writeJson(const QString& path, const QJsonObject& json)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly))
+        qFatal("Cannot write %s", qPrintable(path));
+    file.write(QJsonDocument(json).toJson());
+}
+
 int draw(int argc, char** argv, const Options& options)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
@@ -70,6 +80,12 @@ int main(int argc, char** argv)
     }
     requirePictures(options);
     const QList<Picture> pictures = wantedPictures(options);
-    if (options.listsErrors)
+    if (options.listsErrors) {
         printErrors(pictures, options);
+        return 0;
+    }
+    const Measurements measurements = measure(pictures, options);
+    std::fputs(qUtf8Printable(Report::toMarkdown(measurements, options)), stdout);
+    if (!options.jsonFile.isEmpty())
+        writeJson(options.jsonFile, Report::toJson(measurements));
 }
