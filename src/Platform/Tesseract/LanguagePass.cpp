@@ -15,10 +15,4 @@ Result<std::vector<LineReading>> readInBestLanguages(const PageLayout& page, Lin
     return reader.read(all, main, stop);
 }
 
-bool isText(const PlacedLine& line, const LineReading& reading)
-{
-    (void)line;
-    return !reading.text.isEmpty();
-}
-
 } // namespace Platform

@@ -14,7 +14,4 @@ namespace Platform {
 Result<std::vector<LineReading>> readInBestLanguages(const PageLayout& page, LineReader& reader,
     const QStringList& languages, const std::stop_token& stop);
 
-/// Whether a reading is text rather than a picture that was taken for letters.
-bool isText(const PlacedLine& line, const LineReading& reading);
-
 } // namespace Platform

@@ -22,11 +22,29 @@ double lengthOf(const TextLine& line)
     return line.box.width() / std::max(1.0, line.letterHeight);
 }
 
-QImage preparedLine(const PageLayout& page, int index)
+/// The stretches of the line between its components, from left to right.
+std::vector<InkGap> gapsOf(const Components& components, const TextLine& line)
 {
-    const PlacedLine& placed = page.lines[std::size_t(index)];
+    std::vector<InkGap> gaps;
+    int end = line.box.x();
+    for (const int member : line.components) {
+        const QRect& box = components.items[std::size_t(member)].box;
+        if (box.x() > end)
+            gaps.push_back({double(end), double(box.x())});
+        end = std::max(end, box.x() + box.width());
+    }
+    return gaps;
+}
+
+LineReading readPlaced(const PageLayout& page, const PlacedLine& placed, TesseractEngine& engine)
+{
     const LayoutLevel& level = page.levels[std::size_t(placed.level)];
-    return lineImageOf(level.ink, level.components, placed.line);
+    const LineImage image = lineImageOf(level.ink, level.components, placed.line);
+    LineReading reading = engine.readLine(image.pixels);
+    for (ReadSymbol& symbol : reading.symbols)
+        symbol.centre = image.toLevel(symbol.centre);
+    respace(reading.symbols, gapsOf(level.components, placed.line));
+    return reading;
 }
 
 } // namespace
@@ -58,7 +76,7 @@ Result<std::vector<LineReading>> LineReader::read(
         if (!engine)
             return engine.error();
         for (std::size_t at = next++; at < lines.size() && !stop.stop_requested(); at = next++)
-            readings[at] = (*engine)->readLine(preparedLine(m_page, lines[at]));
+            readings[at] = readPlaced(m_page, m_page.lines[std::size_t(lines[at])], **engine);
         hasRead = true;
         m_engines.giveBack(language, std::move(*engine));
         return std::nullopt;

@@ -65,29 +65,27 @@ LineReading TesseractEngine::readLine(const QImage& line)
     LineReading reading;
     if (m_api->Recognize(nullptr) != 0)
         return reading;
-    const std::unique_ptr<tesseract::ResultIterator> words(m_api->GetIterator());
-    if (!words || words->Empty(tesseract::RIL_WORD))
+    const std::unique_ptr<tesseract::ResultIterator> symbols(m_api->GetIterator());
+    if (!symbols || symbols->Empty(tesseract::RIL_SYMBOL))
         return reading;
-    double total = 0;
-    int n = 0;
     reading.weakestWord = 100;
+    double sum = 0;
     do {
-        const std::unique_ptr<char[]> word(words->GetUTF8Text(tesseract::RIL_WORD));
-        if (!word)
+        const std::unique_ptr<char[]> text(symbols->GetUTF8Text(tesseract::RIL_SYMBOL));
+        if (!text || text[0] == '\0')
             continue;
-        const QString text = QString::fromUtf8(word.get()).trimmed();
-        if (text.isEmpty())
-            continue;
-        const double c = words->Confidence(tesseract::RIL_WORD);
-        if (!reading.text.isEmpty())
-            reading.text += u' ';
-        reading.text += text;
-        total += c * text.size();
-        n += text.size();
-        reading.weakestWord = std::min(reading.weakestWord, c);
-    } while (words->Next(tesseract::RIL_WORD));
-    if (n)
-        reading.confidence = total / n;
+        const bool startsWord = symbols->IsAtBeginningOf(tesseract::RIL_WORD);
+        int left = 0;
+        int top = 0;
+        int right = 0;
+        int bottom = 0;
+        symbols->BoundingBox(tesseract::RIL_SYMBOL, &left, &top, &right, &bottom);
+        reading.symbols.push_back({QString::fromUtf8(text.get()), (left + right) / 2.0, startsWord});
+        const double confidence = symbols->Confidence(tesseract::RIL_WORD);
+        sum += confidence;
+        reading.weakestWord = std::min(reading.weakestWord, confidence);
+    } while (symbols->Next(tesseract::RIL_SYMBOL));
+    reading.confidence = sum / double(std::max<std::size_t>(1, reading.symbols.size()));
     return reading;
 }
 

@@ -1,12 +1,14 @@
 #pragma once
 
 #include "Platform/Error.h"
+#include "Platform/Tesseract/WordSpacing.h"
 
 #include <QImage>
 #include <QString>
 #include <QStringList>
 
 #include <memory>
+#include <vector>
 
 namespace tesseract {
 class TessBaseAPI;
@@ -16,7 +18,7 @@ namespace Platform {
 
 /// What an engine read from one line.
 struct LineReading {
-    QString text; ///< Words with single blanks between them; empty where nothing was read.
+    std::vector<ReadSymbol> symbols; ///< In the order in which they are read; maybe none.
     double confidence = 0; ///< Of the characters, 0 to 100, the mean.
     double weakestWord = 0; ///< Confidence of the word read with the least, 0 to 100.
 };

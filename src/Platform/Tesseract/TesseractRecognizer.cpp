@@ -2,6 +2,7 @@
 
 #include "Platform/Tesseract/LanguagePass.h"
 #include "Platform/Tesseract/LineReader.h"
+#include "Platform/Tesseract/TextFilter.h"
 #include "Platform/TextLayout/Backdrop.h"
 #include "Platform/TextLayout/PageLayout.h"
 
@@ -19,7 +20,7 @@ Error cancelled()
 
 TextObservation observationOf(const PlacedLine& line, const LineReading& reading)
 {
-    return {{{reading.text, reading.confidence / 100}}, QRectF(line.box)};
+    return {{{textOf(reading.symbols), reading.confidence / 100}}, QRectF(line.box)};
 }
 
 } // namespace
@@ -50,9 +51,9 @@ Result<QList<TextObservation>> TesseractRecognizer::recognize(
         return tl::make_unexpected(readings.error());
 
     QList<TextObservation> observations;
-    for (std::size_t line = 0; line < page.lines.size(); ++line)
-        if (isText(page.lines[line], (*readings)[line]))
-            observations.append(observationOf(page.lines[line], (*readings)[line]));
+    for (const int line : linesWithText(page, *readings))
+        observations.append(
+            observationOf(page.lines[std::size_t(line)], (*readings)[std::size_t(line)]));
     return observations;
 }
 

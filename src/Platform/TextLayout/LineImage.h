@@ -6,15 +6,18 @@
 
 namespace Platform {
 
-/// How a line is prepared for the recogniser.
-struct LineScale {
-    double letterHeight = 26; ///< Of the prepared line, from ascender to descender, in pixels.
+/// A line prepared for the recogniser.
+struct LineImage {
+    QImage pixels; ///< Dark on white, of QImage::Format_Grayscale8.
+    double scale = 1; ///< Pixels of this picture to one of the line's level.
+    double left = 0; ///< Where this picture's left edge stands on the level.
+
+    /// Across, from this picture to the level.
+    double toLevel(double x) const { return left + x / scale; }
 };
 
-/// A picture of @p line alone, dark on white, stretched to full contrast, scaled and padded with
-/// blank: QImage::Format_Grayscale8. The line's neighbours are left out even where they reach into
-/// its box.
-QImage lineImageOf(const InkImage& ink, const Components& components, const TextLine& line,
-    const LineScale& scale = {});
+/// A picture of @p line alone, in full contrast, scaled to letters of one height and padded with
+/// blank. The line's neighbours are left out even where they reach into its box.
+LineImage lineImageOf(const InkImage& ink, const Components& components, const TextLine& line);
 
 } // namespace Platform

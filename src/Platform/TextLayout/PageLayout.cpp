@@ -63,16 +63,6 @@ QRect enlarged(const QRect& box, int factor)
     return {box.x() * factor, box.y() * factor, box.width() * factor, box.height() * factor};
 }
 
-int areaOf(const QRect& box)
-{
-    return box.isEmpty() ? 0 : box.width() * box.height();
-}
-
-bool liesMostlyIn(const QRect& box, const QRect& container)
-{
-    return 2 * areaOf(box.intersected(container)) > areaOf(box);
-}
-
 /// Whether @p box holds whole lines of much smaller letters, and so is no line itself.
 bool isBlockOfLines(const QRect& box, const std::vector<PlacedLine>& finer)
 {
@@ -82,7 +72,8 @@ bool isBlockOfLines(const QRect& box, const std::vector<PlacedLine>& finer)
     }) >= 2;
 }
 
-/// Adds the lines of a reduced level in place of the fragments that finer levels saw of them.
+/// Adds the lines of a level. Large letters were seen in fragments on finer levels too, and a
+/// picture may look like a line here; which of them is text only reading tells.
 void addLines(int level, int reduction, std::vector<TextLine> found, std::vector<PlacedLine>& lines)
 {
     std::vector<PlacedLine> large;
@@ -91,14 +82,17 @@ void addLines(int level, int reduction, std::vector<TextLine> found, std::vector
         if (level == 0 || (line.letterHeight >= leastReducedHeight && !isBlockOfLines(box, lines)))
             large.push_back({std::move(line), level, box});
     }
-    std::erase_if(lines, [&](const PlacedLine& line) {
-        return std::any_of(large.begin(), large.end(),
-            [&](const PlacedLine& other) { return liesMostlyIn(line.box, other.box); });
-    });
     std::move(large.begin(), large.end(), std::back_inserter(lines));
 }
 
 } // namespace
+
+bool liesMostlyIn(const QRect& box, const QRect& container)
+{
+    const QRect common = box.intersected(container);
+    return 2 * std::int64_t(common.width()) * common.height()
+        > std::int64_t(box.width()) * box.height();
+}
 
 PageLayout layoutOf(const QImage& image, const std::stop_token& stop)
 {

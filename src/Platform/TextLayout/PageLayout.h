@@ -27,8 +27,12 @@ struct PlacedLine {
 /// Where the text of a picture stands.
 struct PageLayout {
     std::vector<LayoutLevel> levels;
-    std::vector<PlacedLine> lines; ///< In reading order.
+    /// In reading order. A line of a reduced level may lie over finer ones: only one side is text.
+    std::vector<PlacedLine> lines;
 };
+
+/// Whether more than half of @p box lies in @p container.
+bool liesMostlyIn(const QRect& box, const QRect& container);
 
 /// Finds the lines of @p image, of QImage::Format_RGB32, with letters from 6 to 500 px tall.
 /// Nothing once @p stop is requested. Any thread.

@@ -17,6 +17,9 @@ constexpr int widestPatch = 400;
 /// How much of a patch has its main colour. Bold letters, with their fringes, have less.
 constexpr double evenShare = 0.62;
 constexpr int evenStep = 20;
+constexpr int leastMarkHeight = 5; // Pixels.
+constexpr double mostMarkFill = 0.7;
+constexpr double leastLetterFill = 0.25;
 constexpr double tallerThanLetters = 1.35;
 
 bool mayBePatch(const Component& component)
@@ -54,35 +57,44 @@ Pixel mainColour(const QImage& image, std::span<const InkRun> runs)
     return colour;
 }
 
-/// What each row of the patch spans, between its outermost pixels of the main colour.
-struct Hull {
-    std::vector<int> left;
-    std::vector<int> right;
-};
-
-std::optional<Hull> hullOf(
-    const QImage& image, std::span<const InkRun> runs, const QRect& box, Pixel colour)
-{
-    Hull hull{std::vector<int>(std::size_t(box.height()), box.x() + box.width()),
-        std::vector<int>(std::size_t(box.height()), box.x())};
-    int even = 0;
-    for (const InkRun& run : runs) {
-        const auto row = std::size_t(run.y - box.y());
-        for (int x = run.left; x < run.right; ++x) {
-            if (channelDistance(pixelRow(image, run.y)[x], colour) > evenStep)
-                continue;
-            ++even;
-            hull.left[row] = std::min(hull.left[row], x);
-            hull.right[row] = std::max(hull.right[row], x + 1);
+/// What a patch spans: the pixels between its outermost ones, across as well as down.
+class Hull {
+public:
+    /// Of the pixels of @p box that have the patch's colour, told by @p isEven.
+    template <typename IsEven>
+    Hull(const QRect& box, IsEven isEven)
+        : m_left(std::size_t(box.height()), box.width())
+        , m_right(std::size_t(box.height()), 0)
+        , m_top(std::size_t(box.width()), box.height())
+        , m_bottom(std::size_t(box.width()), 0)
+    {
+        for (int y = 0; y < box.height(); ++y) {
+            for (int x = 0; x < box.width(); ++x) {
+                if (!isEven(box.x() + x, box.y() + y))
+                    continue;
+                at(m_left, y) = std::min(at(m_left, y), x);
+                at(m_right, y) = std::max(at(m_right, y), x + 1);
+                at(m_top, x) = std::min(at(m_top, x), y);
+                at(m_bottom, x) = std::max(at(m_bottom, x), y + 1);
+            }
         }
     }
-    int area = 0;
-    for (std::size_t row = 0; row < hull.left.size(); ++row)
-        area += std::max(0, hull.right[row] - hull.left[row]);
-    if (even < evenShare * area || area * 2 < box.width() * box.height())
-        return std::nullopt;
-    return hull;
-}
+
+    /// In pixels from the box's corner.
+    bool contains(int x, int y) const
+    {
+        return x >= m_left[std::size_t(y)] && x < m_right[std::size_t(y)]
+            && y >= m_top[std::size_t(x)] && y < m_bottom[std::size_t(x)];
+    }
+
+private:
+    static int& at(std::vector<int>& values, int index) { return values[std::size_t(index)]; }
+
+    std::vector<int> m_left;
+    std::vector<int> m_right;
+    std::vector<int> m_top;
+    std::vector<int> m_bottom;
+};
 
 struct Patch {
     QRect box;
@@ -91,6 +103,29 @@ struct Patch {
     Hull hull;
 };
 
+/// Whether something stands on the patch, and is no counter of a letter: those are compact.
+bool carriesText(const QImage& image, const Patch& patch)
+{
+    QRect marks;
+    int marked = 0;
+    int area = 0;
+    for (int y = 0; y < patch.box.height(); ++y) {
+        for (int x = 0; x < patch.box.width(); ++x) {
+            if (!patch.hull.contains(x, y))
+                continue;
+            ++area;
+            const Pixel pixel = pixelRow(image, patch.box.y() + y)[patch.box.x() + x];
+            if (channelDistance(pixel, patch.colour) <= evenStep)
+                continue;
+            ++marked;
+            marks |= QRect(x, y, 1, 1);
+        }
+    }
+    return area * 2 >= patch.box.width() * patch.box.height() && area - marked >= evenShare * area
+        && marks.height() >= leastMarkHeight
+        && marked <= mostMarkFill * marks.width() * marks.height();
+}
+
 std::optional<Patch> patchOf(
     const QImage& image, const Components& components, const Component& component)
 {
@@ -98,10 +133,18 @@ std::optional<Patch> patchOf(
         return std::nullopt;
     const std::span<const InkRun> runs = components.runsOf(component);
     const Pixel colour = mainColour(image, runs);
-    std::optional<Hull> hull = hullOf(image, runs, component.box, colour);
-    if (!hull)
-        return std::nullopt;
-    return Patch{component.box, runs, colour, std::move(*hull)};
+    Patch patch {component.box, runs, colour, Hull(component.box, [&](int x, int y) {
+                     return channelDistance(pixelRow(image, y)[x], colour) <= evenStep;
+                 })};
+    return carriesText(image, patch) ? std::optional(std::move(patch)) : std::nullopt;
+}
+
+/// Whether @p component may be a letter beside others of @p height: no frame, bar or mark.
+bool isLetterOf(const Component& component, int height)
+{
+    const QRect& box = component.box;
+    return component.area >= leastLetterFill * box.width() * box.height() && box.height() * tallerThanLetters >= height && box.height() <= tallerThanLetters * height
+        && box.width() * 3 >= box.height() && box.width() * 2 <= 3 * box.height();
 }
 
 /// The patches among the components of @p line. A bold "o" looks like one, but for the letters
@@ -110,20 +153,20 @@ std::vector<Patch> patchesOf(
     const QImage& image, const Components& components, const TextLine& line)
 {
     std::vector<Patch> patches;
-    std::vector<int> letterHeights;
+    std::vector<Component> others;
     for (const int member : line.components) {
         const Component& component = components.items[std::size_t(member)];
         if (std::optional<Patch> patch = patchOf(image, components, component))
             patches.push_back(std::move(*patch));
-        else if (component.box.height() >= 5)
-            letterHeights.push_back(component.box.height());
+        else
+            others.push_back(component);
     }
-    if (letterHeights.size() * 2 < patches.size() || letterHeights.empty())
-        return patches;
-    const auto middle = letterHeights.begin() + std::ptrdiff_t(letterHeights.size() / 2);
-    std::nth_element(letterHeights.begin(), middle, letterHeights.end());
-    std::erase_if(patches,
-        [&](const Patch& patch) { return patch.box.height() < tallerThanLetters * *middle; });
+    const auto all = std::ptrdiff_t(patches.size());
+    std::erase_if(patches, [&](const Patch& patch) {
+        return std::count_if(others.begin(), others.end(), [&](const Component& other) {
+            return isLetterOf(other, patch.box.height());
+        }) >= all;
+    });
     return patches;
 }
 
@@ -131,10 +174,12 @@ void flatten(const QImage& image, const Patch& patch, InkImage& ink)
 {
     for (const InkRun& run : patch.runs)
         std::fill(ink.row(run.y) + run.left, ink.row(run.y) + run.right, std::uint8_t(0));
-    for (std::size_t row = 0; row < patch.hull.left.size(); ++row) {
-        const int y = patch.box.y() + int(row);
-        for (int x = patch.hull.left[row]; x < patch.hull.right[row]; ++x)
-            ink.row(y)[x] = std::uint8_t(inkBetween(pixelRow(image, y)[x], patch.colour));
+    for (int y = 0; y < patch.box.height(); ++y) {
+        const Pixel* row = pixelRow(image, patch.box.y() + y) + patch.box.x();
+        std::uint8_t* inkRow = ink.row(patch.box.y() + y) + patch.box.x();
+        for (int x = 0; x < patch.box.width(); ++x)
+            if (patch.hull.contains(x, y))
+                inkRow[x] = std::uint8_t(inkBetween(row[x], patch.colour));
     }
 }
 
@@ -143,14 +188,23 @@ void flatten(const QImage& image, const Patch& patch, InkImage& ink)
 bool flattenPatches(const QImage& image, const Components& components,
     const std::vector<TextLine>& lines, InkImage& ink)
 {
-    bool found = false;
+    std::vector<Patch> patches;
+    std::vector<char> isInLine(components.items.size());
     for (const TextLine& line : lines) {
-        for (const Patch& patch : patchesOf(image, components, line)) {
-            flatten(image, patch, ink);
-            found = true;
-        }
+        for (const int member : line.components)
+            isInLine[std::size_t(member)] = true;
+        std::vector<Patch> found = patchesOf(image, components, line);
+        std::move(found.begin(), found.end(), std::back_inserter(patches));
     }
-    return found;
+    for (std::size_t item = 0; item < components.items.size(); ++item) {
+        if (isInLine[item])
+            continue;
+        if (std::optional<Patch> patch = patchOf(image, components, components.items[item]))
+            patches.push_back(std::move(*patch));
+    }
+    for (const Patch& patch : patches)
+        flatten(image, patch, ink);
+    return !patches.empty();
 }
 
 } // namespace Platform

@@ -15,6 +15,7 @@ constexpr int shortestLetter = 4;
 constexpr int tallestLetter = 64;
 /// Letters that touch make one component; a whole touching word is at most this wide.
 constexpr int widestLetterShare = 24;
+constexpr int leastFrame = 10;
 /// The widest gap inside a line, in heights of the letters beside it.
 constexpr double widestGap = 1.5;
 /// How much taller than a letter the next one may be: "a" beside "|" or "(".
@@ -54,10 +55,14 @@ enum class Shape {
     other, ///< A rule, a frame or a picture.
 };
 
-Shape shapeOf(const QRect& box)
+Shape shapeOf(const Component& component)
 {
-    const int width = box.width();
-    const int height = box.height();
+    const int width = component.box.width();
+    const int height = component.box.height();
+    const bool isBlock = std::min(width, height) >= 8 && width < 3 * height && height < 3 * width
+        && component.area >= 0.9 * width * height;
+    if (isBlock)
+        return Shape::other;
     if (height > tallestLetter || width > widestLetterShare * height)
         return height < shortestLetter && width <= 40 ? Shape::mark : Shape::other;
     if (height < shortestLetter)
@@ -193,9 +198,10 @@ double letterHeightOf(
     int top = bottomOf(lineBox);
     int bottom = lineBox.y();
     for (const int member : members) {
-        const QRect& box = components.items[std::size_t(member)].box;
-        if (shapeOf(box) != Shape::letter)
+        const Component& component = components.items[std::size_t(member)];
+        if (shapeOf(component) != Shape::letter)
             continue;
+        const QRect& box = component.box;
         heights.push_back(box.height());
         bottoms.push_back(bottomOf(box));
         top = std::min(top, box.y());
@@ -319,6 +325,31 @@ std::vector<TextLine> mergeNeighbours(const Components& components, std::vector<
     return merged;
 }
 
+/// Whether a component is a frame, such as a key cap's or a check box's: others stand inside it.
+std::vector<char> findFrames(const Components& components, const std::vector<int>& letters)
+{
+    BoxIndex index;
+    for (const int letter : letters)
+        index.add(letter, components.items[std::size_t(letter)].box);
+    std::vector<char> isFrame(components.items.size());
+    for (const int letter : letters) {
+        const Component& component = components.items[std::size_t(letter)];
+        const QRect& box = component.box;
+        if (std::min(box.width(), box.height()) < leastFrame)
+            continue;
+        std::vector<int> inside;
+        index.visit(box, [&](int other) {
+            if (other != letter
+                && box.contains(components.items[std::size_t(other)].box, /*proper=*/true))
+                inside.push_back(other);
+        });
+        std::sort(inside.begin(), inside.end());
+        inside.erase(std::unique(inside.begin(), inside.end()), inside.end());
+        isFrame[std::size_t(letter)] = inside.size() >= 2;
+    }
+    return isFrame;
+}
+
 } // namespace
 
 std::vector<TextLine> textLinesOf(const Components& components)
@@ -326,12 +357,15 @@ std::vector<TextLine> textLinesOf(const Components& components)
     std::vector<int> letters;
     std::vector<std::vector<int>> pieces;
     for (std::size_t item = 0; item < components.items.size(); ++item) {
-        const Shape shape = shapeOf(components.items[item].box);
+        const Shape shape = shapeOf(components.items[item]);
         if (shape == Shape::letter)
             letters.push_back(int(item));
         else if (shape != Shape::other)
             pieces.push_back({int(item)});
     }
+
+    const std::vector<char> isFrame = findFrames(components, letters);
+    std::erase_if(letters, [&](int letter) { return isFrame[std::size_t(letter)]; });
 
     std::vector<TextLine> lines;
     for (std::vector<int>& chain : chainLetters(components, letters))
