@@ -3,6 +3,7 @@
 #include "Scorer.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace Lumenote::Bench::Boxes {
 
@@ -56,12 +57,14 @@ QList<ReadLine> parse(const QByteArray& output)
     return lines;
 }
 
-int countHits(const QList<Piece>& pieces, const QList<ReadLine>& lines)
+QList<Piece> missed(const QList<Piece>& pieces, const QList<ReadLine>& lines)
 {
-    return int(std::ranges::count_if(pieces, [&](const Piece& piece) {
-        return std::ranges::any_of(
+    QList<Piece> missed;
+    std::ranges::copy_if(pieces, std::back_inserter(missed), [&](const Piece& piece) {
+        return std::ranges::none_of(
             lines, [&](const ReadLine& line) { return isHit(piece, pieces, line); });
-    }));
+    });
+    return missed;
 }
 
 } // namespace Lumenote::Bench::Boxes

@@ -25,6 +25,17 @@ QString told(const PieceReading& reading)
                           : u"  %1  %2\n       as  %3"_s.arg(reading.errors, 7)
                                 .arg(reading.expected, reading.nearest);
 }
+/// Tells the pieces that were read, but not where they stand.
+void tellMissedBoxes(QTextStream& out, const Picture& picture, const Options& options)
+{
+    for (const Piece& piece : Readers::missedBoxes(picture, options).value_or(QList<Piece>())) {
+        out << u"  not at  %1,%2 %3x%4: "_s.arg(piece.rect.x())
+                   .arg(piece.rect.y())
+                   .arg(piece.rect.width())
+                   .arg(piece.rect.height())
+            << piece.text << Qt::endl;
+    }
+}
 } // namespace
 
 void printErrors(const QList<Picture>& pictures, const Options& options)
@@ -44,6 +55,8 @@ void printErrors(const QList<Picture>& pictures, const Options& options)
             if (reading.errors > 0)
                 out << told(reading) << Qt::endl;
         }
+        if (options.readers.first() == "lumenote"_L1)
+            tellMissedBoxes(out, picture, options);
         groups[picture.group] += score;
         total += score;
     }

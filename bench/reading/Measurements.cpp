@@ -1,10 +1,6 @@
 #include "Measurements.h"
 
-#include "Boxes.h"
 #include "Reader.h"
-
-#include <QCoreApplication>
-#include <QFileInfo>
 
 #include <algorithm>
 #include <cstdio>
@@ -48,15 +44,6 @@ void tell(const QString& what, qsizetype done, qsizetype all)
     std::fprintf(stderr, "[%d/%d] %s\n", int(done), int(all), qPrintable(what));
 }
 
-int boxHits(const Picture& picture, const Options& options)
-{
-    const QString program = QCoreApplication::applicationDirPath() + u"/reading-boxes"_s;
-    if (!QFileInfo(program).isExecutable())
-        return -1;
-    const CommandRun run = runCommand({program, options.folder + u'/' + picture.file});
-    return Boxes::countHits(picture.pieces, Boxes::parse(run.output));
-}
-
 Measurement readOnce(const QString& reader, const Picture& picture, const Options& options)
 {
     const CommandRun run = Readers::read(reader, picture, options);
@@ -65,8 +52,10 @@ Measurement readOnce(const QString& reader, const Picture& picture, const Option
         .cost = {run.wallSeconds, run.cpuSeconds, run.peakMegabytes},
         .failures = run.exitCode == 0 ? 0 : 1,
     };
-    if (reader == "lumenote"_L1)
-        measurement.boxHits = boxHits(picture, options);
+    if (reader == "lumenote"_L1) {
+        if (const auto missed = Readers::missedBoxes(picture, options))
+            measurement.boxHits = int(picture.pieces.size() - missed->size());
+    }
     return measurement;
 }
 

@@ -1,5 +1,7 @@
 #include "Reader.h"
 
+#include "Boxes.h"
+
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QSet>
@@ -66,6 +68,15 @@ CommandRun read(const QString& name, const Picture& picture, const Options& opti
     if (name == "tesseract-1"_L1)
         return tesseract(file, picture, {oneThread});
     return tesseract(doubled(picture, options), picture, {oneThread});
+}
+
+std::optional<QList<Piece>> missedBoxes(const Picture& picture, const Options& options)
+{
+    const QString program = QCoreApplication::applicationDirPath() + u"/reading-boxes"_s;
+    if (!QFileInfo(program).isExecutable())
+        return std::nullopt;
+    const CommandRun run = runCommand({program, options.folder + u'/' + picture.file});
+    return Boxes::missed(picture.pieces, Boxes::parse(run.output));
 }
 
 } // namespace Lumenote::Bench::Readers

@@ -15,4 +15,8 @@ bool canRead(const Picture& picture);
 /// is made before the clock starts.
 CommandRun read(const QString& name, const Picture& picture, const Options& options);
 
+/// The pieces of @p picture for which our recogniser finds no line at their place, as the program
+/// `reading-boxes` beside this one prints them; nothing where that isn't built.
+std::optional<QList<Piece>> missedBoxes(const Picture& picture, const Options& options);
+
 } // namespace Lumenote::Bench::Readers

@@ -162,7 +162,9 @@ QString Texts::date()
 QString Texts::longDate()
 {
     const QDate day = QDate(2022, 1, 1).addDays(m_random.below(1000));
-    return localeOf(anyLanguage()).toString(day, u"d MMMM yyyy"_s);
+    const Language language = anyLanguage();
+    return localeOf(language).toString(
+        day, language == Language::german ? u"d. MMMM yyyy"_s : u"d MMMM yyyy"_s);
 }
 
 QString Texts::time()
