@@ -245,7 +245,7 @@ public:
                 [lines](Page& page) { Scenes::growingLines(page, lines); });
         for (const QSize size : growingSizes)
             add(u"growth-pixels"_s,
-                QString::number(size.width() * size.height() / 1000000).rightJustified(2, u'0')
+                QString::number(qRound(size.width() * size.height() / 1e6)).rightJustified(2, u'0')
                     + u"mp"_s,
                 [size](Page& page) { Scenes::growingPixels(page, size); });
     }

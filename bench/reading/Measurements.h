@@ -33,9 +33,9 @@ struct Measurements {
 
 /// Runs the readers on @p pictures and tells the progress on standard error.
 ///
-/// As installed, Tesseract reads the same text as it does with one thread, only slower, so its
-/// accuracy is taken from there; its time is measured on what is run repeatedly: dense pictures,
-/// growing ones, and a sample of small ones.
+/// As installed, Tesseract reads the same text as it does with one thread, so that its accuracy is
+/// taken from there; its time is measured on what is run repeatedly: dense pictures, growing ones,
+/// and a sample of small ones.
 Measurements measure(const QList<Picture>& pictures, const Options& options);
 
 /// Whether @p group counts for its time and memory only.

@@ -1,8 +1,12 @@
 #include "Report.h"
 
+#include "CommandRun.h"
 #include "Table.h"
 
+#include <QFile>
 #include <QJsonArray>
+#include <QRegularExpression>
+#include <QThread>
 
 #include <algorithm>
 #include <functional>
@@ -14,7 +18,6 @@ using namespace Qt::StringLiterals;
 namespace {
 const QString ours = u"lumenote"_s;
 const QString oneThread = u"tesseract-1"_s;
-const QString asInstalled = u"tesseract"_s;
 
 /// A reader's work on a group of pictures.
 struct Sum {
@@ -106,7 +109,7 @@ QString accuracyTable(const Measurements& measurements, const QStringList& reade
                     Table::number(sum.cost.peakMegabytes, 0), QString::number(sum.failures)});
         }
     }
-    return table.toMarkdown();
+    return table.isEmpty() ? QString() : table.toMarkdown();
 }
 
 QString accuracyRatios(const Measurements& measurements)
@@ -126,34 +129,60 @@ QString accuracyRatios(const Measurements& measurements)
     return table.isEmpty() ? QString() : table.toMarkdown();
 }
 
-/// Costs of repeated runs on the pictures that @p isWanted, a row for each.
+QString median(QList<double> values)
+{
+    std::ranges::sort(values);
+    return Table::number(values[values.size() / 2]);
+}
+
+/// Costs of repeated runs on the pictures that @p isWanted, and ours in relation to the others.
 QString costTable(
     const Measurements& measurements, const QStringList& readers, const Wanted& isWanted)
 {
-    QStringList titles{u"picture"_s, u"megapixels"_s, u"lines"_s};
-    for (const QString& reader : readers)
-        titles.append({reader + u" wall s"_s, reader + u" CPU s"_s, reader + u" peak MB"_s});
-    titles.append({u"wall to tesseract"_s, u"wall to tesseract-1"_s, u"CPU to tesseract-1"_s});
-    Table table(titles);
+    Table table({u"picture"_s, u"megapixels"_s, u"pieces"_s, u"reader"_s, u"wall s"_s, u"CPU s"_s,
+        u"peak MB"_s, u"lumenote's wall to this"_s, u"lumenote's CPU to this"_s});
+    QMap<QString, QList<double>> wallRatios;
+    QMap<QString, QList<double>> cpuRatios;
     for (const Picture& picture : measurements.pictures) {
         const Measurements::ByReader byReader = measurements.repeated.value(picture.name);
         if (byReader.isEmpty() || !isWanted(picture))
             continue;
-        QStringList cells{picture.name,
-            Table::number(double(picture.size.width()) * picture.size.height() / 1e6, 1),
-            QString::number(picture.pieces.size())};
+        const Cost our = byReader.value(ours).cost;
         for (const QString& reader : readers) {
             const Cost cost = byReader.value(reader).cost;
-            cells.append({seconds(cost.wallSeconds), seconds(cost.cpuSeconds),
-                Table::number(cost.peakMegabytes, 0)});
+            const bool isCompared = reader != ours && byReader.contains(ours);
+            table.addRow({picture.name,
+                Table::number(double(picture.size.width()) * picture.size.height() / 1e6, 1),
+                QString::number(picture.pieces.size()), reader, seconds(cost.wallSeconds),
+                seconds(cost.cpuSeconds), Table::number(cost.peakMegabytes, 0),
+                isCompared ? ratio(our.wallSeconds, cost.wallSeconds) : u"-"_s,
+                isCompared ? ratio(our.cpuSeconds, cost.cpuSeconds) : u"-"_s});
+            if (isCompared) {
+                wallRatios[reader].append(our.wallSeconds / cost.wallSeconds);
+                cpuRatios[reader].append(our.cpuSeconds / cost.cpuSeconds);
+            }
         }
-        const Cost our = byReader.value(ours).cost;
-        const Cost one = byReader.value(oneThread).cost;
-        cells.append({ratio(our.wallSeconds, byReader.value(asInstalled).cost.wallSeconds),
-            ratio(our.wallSeconds, one.wallSeconds), ratio(our.cpuSeconds, one.cpuSeconds)});
-        table.addRow(cells);
     }
+    for (auto each = wallRatios.cbegin(); each != wallRatios.cend(); ++each)
+        table.addRow({u"median of the above"_s, u"-"_s, u"-"_s, each.key(), u"-"_s, u"-"_s, u"-"_s,
+            median(each.value()), median(cpuRatios[each.key()])});
     return table.isEmpty() ? QString() : table.toMarkdown();
+}
+
+/// The machine and the reader that the figures belong to.
+QString circumstances()
+{
+    QFile processors(u"/proc/cpuinfo"_s);
+    QString model = u"an unknown processor"_s;
+    if (processors.open(QIODevice::ReadOnly)) {
+        static const QRegularExpression name(u"model name\\s*: (.*)"_s);
+        const auto match = name.match(QString::fromUtf8(processors.readAll()));
+        model = match.hasMatch() ? match.captured(1) : model;
+    }
+    const QString version =
+        QString::fromUtf8(runCommand({u"tesseract"_s, u"--version"_s}).output.split('\n').first());
+    return u"Measured on %1, %2 cores, against %3. Each run is a whole command, start to end.\n"_s
+        .arg(model, QString::number(QThread::idealThreadCount()), version);
 }
 
 QJsonObject toJson(const Measurement& measurement)
@@ -183,36 +212,30 @@ QJsonObject toJson(const Measurements::ByReader& byReader)
 
 QString toMarkdown(const Measurements& measurements, const Options& options)
 {
-    QString text = u"### Accuracy\n\n"_s + accuracyTable(measurements, options.readers)
-        + u"\nSeconds are means per picture of one run each, the peak is the highest. With all of"
-          u" its\nthreads Tesseract reads the same text as with one, so that it has no rows here.\n"_s;
-    const auto add = [&text](const QString& title, const QString& table, const QString& note = {}) {
+    QString text = circumstances();
+    const auto add = [&text](const QString& title, const QString& table, const QString& note) {
         if (!table.isEmpty())
-            text += u"\n### "_s + title + u"\n\n"_s + table + note;
+            text += u"\n### "_s + title + u"\n\n"_s + table + u'\n' + note + u'\n';
     };
-    add(u"Accuracy, compared"_s, accuracyRatios(measurements));
+    add(u"Accuracy"_s, accuracyTable(measurements, options.readers),
+        u"Seconds are means per picture of one run each, the peak is the highest. As installed,\n"
+        u"Tesseract reads the same text as with one thread, so that it has no rows here."_s);
+    add(u"Accuracy, compared"_s, accuracyRatios(measurements),
+        u"Against Tesseract at the pictures' own size."_s);
 
     QStringList readers = options.readers;
     readers.removeAll(u"tesseract-2x"_s);
-    const QString median = u"\nMedians of %1 runs of each reader in turn.\n"_s.arg(options.runs);
-    add(u"Dense pictures"_s,
-        costTable(measurements, readers,
-            [](const Picture& picture) { return isDenseGroup(picture.group); }),
-        median);
-    add(u"Small pictures from a cold start"_s,
-        costTable(measurements, readers,
-            [](const Picture& picture) { return picture.group == "small"_L1; }),
-        median);
-    const QString few =
-        u"\nMedians of %1 runs of each reader in turn.\n"_s.arg(std::min(3, options.runs));
-    add(u"More and more lines"_s,
-        costTable(measurements, readers,
-            [](const Picture& picture) { return picture.group == "growth-lines"_L1; }),
-        few);
-    add(u"More and more pixels"_s,
-        costTable(measurements, readers,
-            [](const Picture& picture) { return picture.group == "growth-pixels"_L1; }),
-        few);
+    const auto addCosts = [&](const QString& title, const QString& group, int runs) {
+        add(title,
+            costTable(measurements, readers,
+                [&group](const Picture& picture) { return picture.group.startsWith(group); }),
+            u"Medians of %1 runs, the readers in turn."_s.arg(runs));
+    };
+    const int fewRuns = std::min(3, options.runs);
+    addCosts(u"Dense pictures"_s, u"dense-"_s, options.runs);
+    addCosts(u"Small pictures from a cold start"_s, u"small"_s, options.runs);
+    addCosts(u"More and more lines"_s, u"growth-lines"_s, fewRuns);
+    addCosts(u"More and more pixels"_s, u"growth-pixels"_s, fewRuns);
     return text;
 }
 
