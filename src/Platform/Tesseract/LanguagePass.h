@@ -9,8 +9,12 @@
 
 namespace Platform {
 
-/// Reads all lines of @p page: first in the main language, English where it is installed, and what
-/// stays doubtful again in the others. Of several readings the surest is answered.
+/// Reads all lines of @p page in the languages that it is written in, of those in @p languages, and
+/// answers for each line the surest reading.
+///
+/// Everything is read in the main language first: English where it is installed. Only where words
+/// stay doubtful the others are tried on a sample of lines, and those that read one of them better
+/// on all lines with words.
 Result<std::vector<LineReading>> readInBestLanguages(const PageLayout& page, LineReader& reader,
     const QStringList& languages, const std::stop_token& stop);
 

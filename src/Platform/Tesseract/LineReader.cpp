@@ -36,18 +36,68 @@ std::vector<InkGap> gapsOf(const Components& components, const TextLine& line)
     return gaps;
 }
 
+/// Whether a second look at a line may pay: Tesseract finds no baseline in a few letters.
+bool needsSecondLook(const TextLine& line, const LineReading& reading)
+{
+    constexpr std::size_t fewLetters = 4;
+    return reading.confidence < 65
+        || (line.components.size() <= fewLetters && reading.confidence < 92);
+}
+
 LineReading readPlaced(const PageLayout& page, const PlacedLine& placed, TesseractEngine& engine)
 {
+    using Framing = TesseractEngine::Framing;
     const LayoutLevel& level = page.levels[std::size_t(placed.level)];
     const LineImage image = lineImageOf(level.ink, level.components, placed.line);
-    LineReading reading = engine.readLine(image.pixels);
+    LineReading reading = engine.readLine(image.pixels, Framing::engine);
+    if (needsSecondLook(placed.line, reading)) {
+        LineReading second = engine.readLine(image.pixels, Framing::picture);
+        if (second.confidence > reading.confidence)
+            reading = std::move(second);
+    }
     for (ReadSymbol& symbol : reading.symbols)
         symbol.centre = image.toLevel(symbol.centre);
     respace(reading.symbols, gapsOf(level.components, placed.line));
     return reading;
 }
 
+/// Whether the lines that finer levels saw in the place of @p large are sure text, so that it
+/// needs no reading itself.
+bool isReadWell(
+    const PageLayout& page, const std::vector<LineReading>& readings, const PlacedLine& large)
+{
+    constexpr double sureConfidence = 88;
+    double symbols = 0;
+    double confidence = 0;
+    for (std::size_t line = 0; line < readings.size(); ++line) {
+        if (page.lines[line].level >= large.level || !liesMostlyIn(page.lines[line].box, large.box))
+            continue;
+        symbols += double(readings[line].symbols.size());
+        confidence += double(readings[line].symbols.size()) * readings[line].confidence;
+    }
+    return symbols > 0 && confidence >= sureConfidence * symbols;
+}
+
 } // namespace
+
+Result<std::vector<LineReading>> LineReader::readPage(
+    const QString& language, const std::stop_token& stop)
+{
+    std::vector<LineReading> readings(m_page.lines.size());
+    for (int level = 0; level < int(m_page.levels.size()); ++level) {
+        std::vector<int> lines;
+        for (std::size_t line = 0; line < m_page.lines.size(); ++line)
+            if (m_page.lines[line].level == level
+                && !isReadWell(m_page, readings, m_page.lines[line]))
+                lines.push_back(int(line));
+        Result<std::vector<LineReading>> read = this->read(lines, language, stop);
+        if (!read)
+            return read;
+        for (std::size_t index = 0; index < lines.size(); ++index)
+            readings[std::size_t(lines[index])] = std::move((*read)[index]);
+    }
+    return readings;
+}
 
 int LineReader::workersFor(const std::vector<int>& lines, const QString& language) const
 {
@@ -64,8 +114,10 @@ Result<std::vector<LineReading>> LineReader::read(
     const std::vector<int>& lines, const QString& language, const std::stop_token& stop)
 {
     std::vector<LineReading> readings(lines.size());
+    if (lines.empty())
+        return readings;
     std::atomic<std::size_t> next = 0;
-    std::atomic<bool> hasRead = lines.empty();
+    std::atomic<bool> hasRead = false;
     std::optional<Error> failure;
 
     const auto work = [&]() -> std::optional<Error> {

@@ -21,6 +21,12 @@ public:
     {
     }
 
+    /// Reads the page in @p language, one reading for each of its lines. Lines of a reduced level
+    /// are read only where what finer levels saw in their place is no sure text; the others stay
+    /// empty, like those that were not reached when @p stop was requested. Fails where no engine
+    /// starts.
+    Result<std::vector<LineReading>> readPage(const QString& language, const std::stop_token& stop);
+
     /// Reads the lines of these numbers in @p language, one reading for each; those that were not
     /// reached when @p stop was requested are left empty. Fails where no engine starts.
     Result<std::vector<LineReading>> read(

@@ -53,13 +53,14 @@ Result<std::unique_ptr<TesseractEngine>> TesseractEngine::start(const QString& l
     if (api.Init(nullptr, language.toUtf8().constData(), tesseract::OEM_LSTM_ONLY) != 0)
         return tl::make_unexpected(Error{
             Error::Kind::failed, QStringLiteral("no recogniser for language %1").arg(language)});
-    api.SetPageSegMode(tesseract::PSM_SINGLE_LINE);
     api.SetVariable("tessedit_do_invert", "0");
     return engine;
 }
 
-LineReading TesseractEngine::readLine(const QImage& line)
+LineReading TesseractEngine::readLine(const QImage& line, Framing framing)
 {
+    m_api->SetPageSegMode(
+        framing == Framing::engine ? tesseract::PSM_SINGLE_LINE : tesseract::PSM_RAW_LINE);
     m_api->SetImage(line.constBits(), line.width(), line.height(), 1, int(line.bytesPerLine()));
     m_api->SetSourceResolution(150);
     LineReading reading;
@@ -68,7 +69,6 @@ LineReading TesseractEngine::readLine(const QImage& line)
     const std::unique_ptr<tesseract::ResultIterator> symbols(m_api->GetIterator());
     if (!symbols || symbols->Empty(tesseract::RIL_SYMBOL))
         return reading;
-    reading.weakestWord = 100;
     double sum = 0;
     do {
         const std::unique_ptr<char[]> text(symbols->GetUTF8Text(tesseract::RIL_SYMBOL));
@@ -80,10 +80,10 @@ LineReading TesseractEngine::readLine(const QImage& line)
         int right = 0;
         int bottom = 0;
         symbols->BoundingBox(tesseract::RIL_SYMBOL, &left, &top, &right, &bottom);
-        reading.symbols.push_back({QString::fromUtf8(text.get()), (left + right) / 2.0, startsWord});
         const double confidence = symbols->Confidence(tesseract::RIL_WORD);
+        reading.symbols.push_back(
+            {QString::fromUtf8(text.get()), (left + right) / 2.0, startsWord, confidence});
         sum += confidence;
-        reading.weakestWord = std::min(reading.weakestWord, confidence);
     } while (symbols->Next(tesseract::RIL_SYMBOL));
     reading.confidence = sum / double(std::max<std::size_t>(1, reading.symbols.size()));
     return reading;

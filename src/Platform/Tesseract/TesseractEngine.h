@@ -20,7 +20,6 @@ namespace Platform {
 struct LineReading {
     std::vector<ReadSymbol> symbols; ///< In the order in which they are read; maybe none.
     double confidence = 0; ///< Of the characters, 0 to 100, the mean.
-    double weakestWord = 0; ///< Confidence of the word read with the least, 0 to 100.
 };
 
 /// One Tesseract engine with one language. Costs 85 to 150 ms to start and up to 20 MB. Any
@@ -38,8 +37,15 @@ public:
     TesseractEngine(const TesseractEngine&) = delete;
     TesseractEngine& operator=(const TesseractEngine&) = delete;
 
+    /// Who finds the letters' feet and tops in the picture of a line.
+    enum class Framing {
+        engine, ///< Tesseract does, which takes out what stands off the line; it fails on short
+                ///< ones.
+        picture, ///< The picture is cut from ascender to descender as it is.
+    };
+
     /// Reads one line, dark on white, of QImage::Format_Grayscale8.
-    LineReading readLine(const QImage& line);
+    LineReading readLine(const QImage& line, Framing framing);
 
 private:
     TesseractEngine();

@@ -13,10 +13,113 @@ double weightOf(const LineReading& reading)
     return double(reading.symbols.size()) * std::max(0.0, reading.confidence - coinToss);
 }
 
-bool isText(const PlacedLine& placed, const LineReading& reading)
+/// The letter height in pixels of the picture.
+double letterHeightOf(const PageLayout& page, std::size_t line)
 {
-    (void)placed;
-    return !reading.symbols.empty();
+    const PlacedLine& placed = page.lines[line];
+    return placed.line.letterHeight * page.levels[std::size_t(placed.level)].reduction;
+}
+
+bool isWordSymbol(const ReadSymbol& symbol)
+{
+    return symbol.text.front().isLetterOrNumber();
+}
+
+bool isDigit(const ReadSymbol& symbol)
+{
+    return symbol.text.front().isDigit();
+}
+
+bool isLowerCase(const ReadSymbol& symbol)
+{
+    return symbol.text.front().isLower();
+}
+
+/// What a line of code may consist of alone.
+bool isBracket(const ReadSymbol& symbol)
+{
+    return QStringLiteral("{}[]();,").contains(symbol.text.front());
+}
+
+/// What else stands in the picture, beside which a short line has to be credible: a check box is
+/// read as "O", a magnifying glass as "Q", and half an avatar as "4".
+struct Context {
+    double letterHeight = 0; ///< Of the sure lines; 0 where there is none.
+    std::size_t lineCount = 0;
+};
+
+Context contextOf(const PageLayout& page, const std::vector<LineReading>& readings)
+{
+    constexpr double sureConfidence = 80;
+    constexpr std::ptrdiff_t sureSymbols = 4;
+    std::vector<double> heights;
+    for (std::size_t line = 0; line < readings.size(); ++line) {
+        const std::vector<ReadSymbol>& symbols = readings[line].symbols;
+        if (readings[line].confidence >= sureConfidence
+            && std::count_if(symbols.begin(), symbols.end(), isWordSymbol) >= sureSymbols)
+            heights.push_back(letterHeightOf(page, line));
+    }
+    Context context{0, page.lines.size()};
+    if (!heights.empty()) {
+        const auto middle = heights.begin() + std::ptrdiff_t(heights.size() / 2);
+        std::nth_element(heights.begin(), middle, heights.end());
+        context.letterHeight = *middle;
+    }
+    return context;
+}
+
+struct ShortLine {
+    const LineReading& reading;
+    double letterHeight = 0; ///< In pixels of the picture.
+    double aspect = 1; ///< Width to height.
+};
+
+/// Whether one or two characters are credible text.
+bool isShortText(const ShortLine& line, const Context& context)
+{
+    constexpr double widestDigit = 0.82;
+    const std::vector<ReadSymbol>& symbols = line.reading.symbols;
+    const double confidence = line.reading.confidence;
+    const bool areDigits = std::all_of(symbols.begin(), symbols.end(), isDigit);
+    if (symbols.size() == 1 && line.aspect > (areDigits ? widestDigit : 1.15))
+        return false;
+    if (context.letterHeight == 0)
+        return context.lineCount <= 3 && confidence >= 85 && line.aspect <= widestDigit * 2;
+
+    const double height = line.letterHeight / context.letterHeight;
+    if (areDigits && confidence >= 93 && height <= 3.5)
+        return true;
+    if (height < 0.5 || height > 1.6)
+        return false;
+    if (areDigits)
+        return confidence >= 60;
+    if (std::all_of(symbols.begin(), symbols.end(), isLowerCase))
+        return confidence >= 93 && symbols.size() > 1;
+    const bool isOfContext = height >= 0.7 && height <= 1.25;
+    return confidence >= (isOfContext ? 55 : 75);
+}
+
+bool isText(const ShortLine& line, const Context& context)
+{
+    const std::vector<ReadSymbol>& symbols = line.reading.symbols;
+    const double confidence = line.reading.confidence;
+    if (symbols.empty())
+        return false;
+    const bool fitsContext = context.letterHeight > 0
+        && line.letterHeight >= 0.5 * context.letterHeight
+        && line.letterHeight <= 1.8 * context.letterHeight;
+    const auto wordSymbols = std::count_if(symbols.begin(), symbols.end(), isWordSymbol);
+    if (wordSymbols == 0)
+        return fitsContext && confidence >= 75
+            && std::all_of(symbols.begin(), symbols.end(), isBracket);
+    if (symbols.size() <= 2)
+        return isShortText(line, context);
+    if (symbols.size() == 3)
+        return context.letterHeight > 0 ? confidence >= (fitsContext ? 55 : 85) : confidence >= 90;
+    if (context.letterHeight == 0)
+        return confidence >= 70;
+    const bool isWordOfContext = fitsContext && wordSymbols >= 4;
+    return isWordOfContext || confidence >= 45;
 }
 
 /// Of a line of large letters and the smaller ones that lie in it, drops the side that says less.
@@ -24,7 +127,7 @@ void settleOverlaps(
     const PageLayout& page, const std::vector<LineReading>& readings, std::vector<char>& isKept)
 {
     for (std::size_t large = 0; large < page.lines.size(); ++large) {
-        if (page.lines[large].level == 0)
+        if (page.lines[large].level == 0 || !isKept[large])
             continue;
         std::vector<std::size_t> smaller;
         double smallerWeight = 0;
@@ -36,7 +139,7 @@ void settleOverlaps(
             smallerWeight += weightOf(readings[line]);
         }
         if (smallerWeight >= weightOf(readings[large])) {
-            isKept[large] = isKept[large] && smaller.empty();
+            isKept[large] = smaller.empty();
             continue;
         }
         for (const std::size_t line : smaller)
@@ -48,9 +151,14 @@ void settleOverlaps(
 
 std::vector<int> linesWithText(const PageLayout& page, const std::vector<LineReading>& readings)
 {
+    const Context context = contextOf(page, readings);
     std::vector<char> isKept(page.lines.size());
-    for (std::size_t line = 0; line < page.lines.size(); ++line)
-        isKept[line] = isText(page.lines[line], readings[line]);
+    for (std::size_t line = 0; line < page.lines.size(); ++line) {
+        const QRect& box = page.lines[line].box;
+        isKept[line] = isText({readings[line], letterHeightOf(page, line),
+                                  double(box.width()) / std::max(1, box.height())},
+            context);
+    }
     settleOverlaps(page, readings, isKept);
     std::vector<int> kept;
     for (std::size_t line = 0; line < page.lines.size(); ++line)

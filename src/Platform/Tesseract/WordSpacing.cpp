@@ -64,8 +64,8 @@ double boundaryBefore(const std::vector<ReadSymbol>& symbols, std::size_t symbol
 
 /// The number of the gap nearest to @p place among those that @p isFree, or nothing within
 /// @p reach.
-std::optional<std::size_t> nearestGap(const std::vector<InkGap>& gaps,
-    const std::vector<char>& isFree, double place, double reach)
+std::optional<std::size_t> nearestGap(
+    const std::vector<InkGap>& gaps, const std::vector<char>& isFree, double place, double reach)
 {
     std::optional<std::size_t> nearest;
     for (std::size_t gap = 0; gap < gaps.size(); ++gap) {
@@ -128,8 +128,7 @@ std::vector<InkGap> atLeast(const std::vector<InkGap>& gaps, double width)
 }
 
 /// In a typewriter face a blank leaves more than a cell without ink, and nothing else does.
-void respaceByPitch(
-    std::vector<ReadSymbol>& symbols, const std::vector<InkGap>& gaps, double pitch)
+void respaceByPitch(std::vector<ReadSymbol>& symbols, const std::vector<InkGap>& gaps, double pitch)
 {
     const Matching matching = match(symbols, atLeast(gaps, 0.93 * pitch), pitch);
     for (const std::size_t symbol : matching.wordsWithoutGap)
@@ -176,6 +175,19 @@ void respaceByWidth(std::vector<ReadSymbol>& symbols, const std::vector<InkGap>&
     }
 }
 
+/// Whether @p character is of a script that sets no blanks between words.
+bool isUnspaced(QChar character)
+{
+    switch (character.script()) {
+    case QChar::Script_Han:
+    case QChar::Script_Hiragana:
+    case QChar::Script_Katakana:
+        return true;
+    default:
+        return false;
+    }
+}
+
 } // namespace
 
 void respace(std::vector<ReadSymbol>& symbols, const std::vector<InkGap>& gaps)
@@ -190,7 +202,9 @@ QString textOf(const std::vector<ReadSymbol>& symbols)
 {
     QString text;
     for (const ReadSymbol& symbol : symbols) {
-        if (symbol.startsWord && !text.isEmpty())
+        const bool isBlank = symbol.startsWord && !text.isEmpty()
+            && !(isUnspaced(text.back()) && isUnspaced(symbol.text.front()));
+        if (isBlank)
             text += u' ';
         text += symbol.text;
     }

@@ -11,6 +11,7 @@ struct ReadSymbol {
     QString text; ///< One character, or a few for a ligature.
     double centre = 0; ///< Across, in pixels of the line.
     bool startsWord = false;
+    double confidence = 0; ///< Of its word, 0 to 100.
 };
 
 /// A stretch of a line without ink, in pixels of the line.

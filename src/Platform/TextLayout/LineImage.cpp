@@ -10,10 +10,7 @@ namespace Platform {
 
 namespace {
 
-/// From ascender to descender, in pixels of the prepared line.
-constexpr double preparedHeight = 26;
-constexpr int paddingAbove = 12; // Pixels of the prepared line.
-constexpr int paddingBeside = 16;
+constexpr double ascenderShare = 0.78; // Of the letter height.
 constexpr int margin = 2; // Pixels of the picture, for the fringes of the letters.
 constexpr int widestLine = 6000; // Prepared; a wider one is shrunk. Nothing real is wider.
 
@@ -41,7 +38,8 @@ std::vector<int> localPeaks(const Components& components, const TextLine& line)
         for (std::ptrdiff_t other = index - 1; other >= 0 && index - other < 32; --other)
             if (item(other).box.x() + item(other).box.width() >= left)
                 peak = std::max(peak, item(other).peak);
-        for (std::ptrdiff_t other = index + 1; other < count && item(other).box.x() <= right; ++other)
+        for (std::ptrdiff_t other = index + 1; other < count && item(other).box.x() <= right;
+             ++other)
             peak = std::max(peak, item(other).peak);
         peaks.push_back(peak);
     }
@@ -57,7 +55,7 @@ QImage contrastedCrop(
     const std::vector<int> peaks = localPeaks(components, line);
     for (std::size_t index = 0; index < peaks.size(); ++index) {
         const Component& component = components.items[std::size_t(line.components[index])];
-        std::array<uchar, 256> shade {};
+        std::array<uchar, 256> shade{};
         for (int value = 0; value < 256; ++value)
             shade[std::size_t(value)] = uchar(255 - std::min(255, value * 255 / peaks[index]));
         for (const InkRun& run : components.runsOf(component)) {
@@ -79,7 +77,7 @@ QImage contrastedCrop(
 /// Whether @p crop was drawn without anti-aliasing.
 bool isAliased(const QImage& crop)
 {
-    std::array<int, 256> histogram {};
+    std::array<int, 256> histogram{};
     int inked = 0;
     for (int y = 0; y < crop.height(); ++y) {
         for (int x = 0; x < crop.width(); ++x) {
@@ -89,8 +87,8 @@ bool isAliased(const QImage& crop)
         }
     }
     histogram[255] = 0;
-    std::partial_sort(histogram.begin(), histogram.begin() + aliasedValues, histogram.end(),
-        std::greater<>());
+    std::partial_sort(
+        histogram.begin(), histogram.begin() + aliasedValues, histogram.end(), std::greater<>());
     const int most = std::accumulate(histogram.begin(), histogram.begin() + aliasedValues, 0);
     return most >= aliasedShare * inked;
 }
@@ -100,11 +98,13 @@ QImage softened(const QImage& crop)
 {
     QImage soft(crop.size(), QImage::Format_Grayscale8);
     const auto at = [&](int x, int y) -> int {
-        return crop.constScanLine(std::clamp(y, 0, crop.height() - 1))[std::clamp(x, 0, crop.width() - 1)];
+        return crop.constScanLine(
+            std::clamp(y, 0, crop.height() - 1))[std::clamp(x, 0, crop.width() - 1)];
     };
     for (int y = 0; y < crop.height(); ++y)
         for (int x = 0; x < crop.width(); ++x)
-            soft.scanLine(y)[x] = uchar((4 * at(x, y) + at(x - 1, y) + at(x + 1, y) + at(x, y - 1) + at(x, y + 1)) / 8);
+            soft.scanLine(y)[x] = uchar(
+                (4 * at(x, y) + at(x - 1, y) + at(x + 1, y) + at(x, y - 1) + at(x, y + 1)) / 8);
     return soft;
 }
 
@@ -117,6 +117,9 @@ LineImage lineImageOf(const InkImage& ink, const Components& components, const T
     if (isAliased(crop))
         crop = softened(crop);
 
+    static const double preparedHeight = getenv("LH") ? atof(getenv("LH")) : 26;
+    static const int PV = getenv("PV") ? atoi(getenv("PV")) : 4;
+    static const int PH = getenv("PH") ? atoi(getenv("PH")) : 4;
     const double factor = std::min(
         preparedHeight / std::max(1.0, line.letterHeight), double(widestLine) / crop.width());
     const QSize size(std::max(1, int(std::lround(crop.width() * factor))),
@@ -124,13 +127,16 @@ LineImage lineImageOf(const InkImage& ink, const Components& components, const T
     const QImage scaled = crop.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
                               .convertToFormat(QImage::Format_Grayscale8);
 
-    QImage padded(size.width() + 2 * paddingBeside, size.height() + 2 * paddingAbove,
-        QImage::Format_Grayscale8);
+    const double ascender = line.baseline - ascenderShare * line.letterHeight;
+    const double descender = line.baseline + (1 - ascenderShare) * line.letterHeight;
+    const int above = PV + std::max(0, int(std::lround((area.y() - ascender) * factor)));
+    const int below =
+        PV + std::max(0, int(std::lround((descender - area.y() - area.height()) * factor)));
+    QImage padded(size.width() + 2 * PH, size.height() + above + below, QImage::Format_Grayscale8);
     padded.fill(255);
     for (int y = 0; y < scaled.height(); ++y)
-        std::copy_n(scaled.constScanLine(y), scaled.width(),
-            padded.scanLine(y + paddingAbove) + paddingBeside);
-    return {padded, factor, area.x() - paddingBeside / factor};
+        std::copy_n(scaled.constScanLine(y), scaled.width(), padded.scanLine(y + above) + PH);
+    return {padded, factor, area.x() - PH / factor};
 }
 
 } // namespace Platform

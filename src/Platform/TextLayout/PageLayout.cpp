@@ -14,7 +14,7 @@ constexpr int mostLevels = 4;
 constexpr int smallestSide = 24; ///< Of a level worth looking at, in its own pixels.
 /// The least letter height that a reduced level is asked for, in its own pixels: smaller
 /// letters are seen well enough on the level below.
-constexpr double leastReducedHeight = 20;
+constexpr double leastReducedHeight = 13;
 
 /// Half the size, each pixel the mean of four.
 QImage halved(const QImage& image)

@@ -133,9 +133,9 @@ std::optional<Patch> patchOf(
         return std::nullopt;
     const std::span<const InkRun> runs = components.runsOf(component);
     const Pixel colour = mainColour(image, runs);
-    Patch patch {component.box, runs, colour, Hull(component.box, [&](int x, int y) {
-                     return channelDistance(pixelRow(image, y)[x], colour) <= evenStep;
-                 })};
+    Patch patch{component.box, runs, colour, Hull(component.box, [&](int x, int y) {
+                    return channelDistance(pixelRow(image, y)[x], colour) <= evenStep;
+                })};
     return carriesText(image, patch) ? std::optional(std::move(patch)) : std::nullopt;
 }
 
@@ -143,7 +143,8 @@ std::optional<Patch> patchOf(
 bool isLetterOf(const Component& component, int height)
 {
     const QRect& box = component.box;
-    return component.area >= leastLetterFill * box.width() * box.height() && box.height() * tallerThanLetters >= height && box.height() <= tallerThanLetters * height
+    return component.area >= leastLetterFill * box.width() * box.height()
+        && box.height() * tallerThanLetters >= height && box.height() <= tallerThanLetters * height
         && box.width() * 3 >= box.height() && box.width() * 2 <= 3 * box.height();
 }
 

@@ -15,11 +15,13 @@ constexpr int shortestLetter = 4;
 constexpr int tallestLetter = 64;
 /// Letters that touch make one component; a whole touching word is at most this wide.
 constexpr int widestLetterShare = 24;
+constexpr double widestWordGap = 1.05; // Of the letter height.
 constexpr int leastFrame = 10;
 /// The widest gap inside a line, in heights of the letters beside it.
 constexpr double widestGap = 1.5;
-/// How much taller than a letter the next one may be: "a" beside "|" or "(".
-constexpr double tallestNeighbour = 2.6;
+/// How much taller than a letter the next one may be: "a" beside "d", and beside "|" or "(".
+constexpr double tallestNeighbour = 1.8;
+constexpr double tallestBracket = 2.6;
 
 int bottomOf(const QRect& box)
 {
@@ -133,9 +135,11 @@ private:
 
 bool standSideBySide(const QRect& a, const QRect& b)
 {
+    const QRect& taller = a.height() >= b.height() ? a : b;
     const int shorter = std::min(a.height(), b.height());
-    const int taller = std::max(a.height(), b.height());
-    return verticalOverlap(a, b) * 2 >= shorter && taller <= tallestNeighbour * shorter;
+    const bool isNarrow = taller.width() * 2 <= taller.height();
+    return verticalOverlap(a, b) * 20 >= 13 * shorter
+        && taller.height() <= (isNarrow ? tallestBracket : tallestNeighbour) * shorter;
 }
 
 /// Joins each letter with its nearest neighbour to the right.
@@ -149,7 +153,7 @@ std::vector<std::vector<int>> chainLetters(
     Sets sets(components.items.size());
     for (const int letter : letters) {
         const QRect box = components.items[std::size_t(letter)].box;
-        const int reach = int(std::lround(widestGap * tallestNeighbour * box.height())) + 1;
+        const int reach = int(std::lround(widestGap * tallestBracket * box.height())) + 1;
         int nearest = -1;
         int nearestGap = reach;
         index.visit({box.x(), box.y(), box.width() + reach, box.height()}, [&](int other) {
@@ -188,16 +192,15 @@ QRect boxOf(const Components& components, const std::vector<int>& members)
     return box;
 }
 
-/// The height from ascender to descender, from what of both the line shows. The shares are
-/// those of common screen fonts: x-height 0.55, capitals 0.75.
-double letterHeightOf(
-    const Components& components, const std::vector<int>& members, const QRect& lineBox)
+/// Finds the baseline of @p line, and the height from ascender to descender from what of both the
+/// line shows. The shares are those of common screen fonts: x-height 0.55, capitals 0.75.
+void measureLetters(const Components& components, TextLine& line)
 {
     std::vector<int> heights;
     std::vector<int> bottoms;
-    int top = bottomOf(lineBox);
-    int bottom = lineBox.y();
-    for (const int member : members) {
+    int top = bottomOf(line.box);
+    int bottom = line.box.y();
+    for (const int member : line.components) {
         const Component& component = components.items[std::size_t(member)];
         if (shapeOf(component) != Shape::letter)
             continue;
@@ -207,27 +210,27 @@ double letterHeightOf(
         top = std::min(top, box.y());
         bottom = std::max(bottom, bottomOf(box));
     }
+    line.letterHeight = line.box.height();
+    line.baseline = bottomOf(line.box);
     if (heights.empty())
-        return lineBox.height();
+        return;
     const int typical = medianOf(heights);
-    const int baseline = medianOf(bottoms);
-    const bool hasAscender = baseline - top > 1.2 * typical;
-    const bool hasDescender = bottom - baseline > 0.15 * typical;
-    if (hasAscender && hasDescender)
-        return bottom - top;
-    if (hasAscender)
-        return (bottom - top) / 0.78;
-    if (hasDescender)
-        return (bottom - top) / 0.85;
-    return (bottom - top) / 0.68;
+    line.baseline = medianOf(bottoms);
+    const bool hasAscender = line.baseline - top > 1.2 * typical;
+    const bool hasDescender = bottom - line.baseline > 0.15 * typical;
+    line.letterHeight = bottom - top;
+    if (!hasDescender)
+        line.letterHeight /= hasAscender ? 0.78 : 0.68;
+    else if (!hasAscender)
+        line.letterHeight /= 0.85;
 }
 
 TextLine lineOf(const Components& components, std::vector<int> members)
 {
     TextLine line;
     line.box = boxOf(components, members);
-    line.letterHeight = letterHeightOf(components, members, line.box);
     line.components = std::move(members);
+    measureLetters(components, line);
     return line;
 }
 
@@ -292,6 +295,48 @@ std::vector<std::vector<int>> attachPieces(const Components& components,
     return pieces;
 }
 
+/// Whether @p box, at the end of @p line, is an icon: taller than letters on both sides, and
+/// standing off.
+bool isIconBeside(const QRect& box, const TextLine& line, int gap)
+{
+    const double ascender = line.baseline - 0.75 * line.letterHeight;
+    return gap >= 0.35 * line.letterHeight && box.width() * 2 >= box.height()
+        && box.y() <= ascender + 1 && bottomOf(box) >= line.baseline + 0.1 * line.letterHeight;
+}
+
+/// Takes icons off both ends of a line whose components stand from left to right.
+void dropIcons(const Components& components, TextLine& line)
+{
+    const auto boxAt = [&](std::size_t index) {
+        return components.items[std::size_t(line.components[index])].box;
+    };
+    constexpr std::size_t fewestLetters = 3;
+    const std::size_t before = line.components.size();
+    while (line.components.size() > fewestLetters
+        && isIconBeside(boxAt(0), line, boxAt(1).x() - rightOf(boxAt(0))))
+        line.components.erase(line.components.begin());
+    while (line.components.size() > fewestLetters) {
+        const std::size_t last = line.components.size() - 1;
+        if (!isIconBeside(boxAt(last), line, boxAt(last).x() - rightOf(boxAt(last - 1))))
+            break;
+        line.components.pop_back();
+    }
+    if (line.components.size() != before)
+        line = lineOf(components, std::move(line.components));
+}
+
+/// Whether two lines stand in one row, no further apart than words do. The longer one tells the
+/// size of their letters.
+bool areOneLine(const TextLine& a, const TextLine& b)
+{
+    const int shorter = std::min(a.box.height(), b.box.height());
+    const int taller = std::max(a.box.height(), b.box.height());
+    const TextLine& longer = a.components.size() >= b.components.size() ? a : b;
+    return verticalOverlap(a.box, b.box) * 10 >= 6 * shorter && taller <= 2.2 * shorter
+        && horizontalGap(a.box, b.box)
+        <= std::max(1.1 * shorter, widestWordGap * longer.letterHeight);
+}
+
 /// Joins lines that the marks have brought close enough to be one: `a :: b`.
 std::vector<TextLine> mergeNeighbours(const Components& components, std::vector<TextLine> lines)
 {
@@ -301,15 +346,9 @@ std::vector<TextLine> mergeNeighbours(const Components& components, std::vector<
     Sets sets(lines.size());
     for (std::size_t line = 0; line < lines.size(); ++line) {
         const QRect& box = lines[line].box;
-        const int reach = 2 * box.height();
+        const int reach = int(2 * lines[line].letterHeight);
         index.visit(box.adjusted(-reach, 0, reach, 0), [&](int other) {
-            if (other == int(line))
-                return;
-            const QRect& next = lines[std::size_t(other)].box;
-            const int shorter = std::min(box.height(), next.height());
-            const int taller = std::max(box.height(), next.height());
-            if (verticalOverlap(box, next) * 10 >= 6 * shorter && taller <= 2.2 * shorter
-                && horizontalGap(box, next) <= 1.1 * shorter)
+            if (other != int(line) && areOneLine(lines[line], lines[std::size_t(other)]))
                 sets.join(int(line), other);
         });
     }
@@ -406,6 +445,7 @@ std::vector<TextLine> textLinesOf(const Components& components)
             return components.items[std::size_t(a)].box.x()
                 < components.items[std::size_t(b)].box.x();
         });
+        dropIcons(components, line);
     }
     return lines;
 }

@@ -15,6 +15,7 @@ struct TextLine {
     /// From the top of "d" to the bottom of "p" in this line's font; an estimate where the line
     /// has letters of one height only. Pixels.
     double letterHeight = 0;
+    int baseline = 0; ///< The y of the letters' feet: the first row below them.
 };
 
 /// Groups components into lines. A gap wider than about one and a half letters ends a line, so
