@@ -6,6 +6,48 @@ namespace Lumenote::Bench::Scenes {
 using namespace Qt::StringLiterals;
 using namespace Widgets;
 
+namespace {
+/// Titles side by side, the first one with its menu open.
+void menuBar(Page& page, double left, double height, const QStringList& titles)
+{
+    const double u = page.unit();
+    const QFont font = page.look.ui();
+    const Theme& theme = page.look.theme;
+    double x = left;
+    for (const QString& title : titles) {
+        const double width = Canvas::width(title, font);
+        const bool isOpen = x == left;
+        if (isOpen)
+            box(page, {x - 0.6 * u, 2, width + 1.2 * u, height - 2}, theme.accent, 3);
+        page.canvas.writeIn({x, 0, width + 1, height}, Qt::AlignLeft, title, font,
+            isOpen ? theme.onAccent : theme.text);
+        x += width + 1.4 * u;
+    }
+}
+
+void menuItem(Page& page, const QRectF& rect, const TextPair& item, int index, bool isSelected)
+{
+    const double u = page.unit();
+    const QFont font = page.look.ui();
+    const Theme& theme = page.look.theme;
+    QColor colour = theme.text;
+    QColor shortcutColour = theme.secondary;
+    if (isSelected) {
+        box(page, rect.adjusted(2, 0, -2, 0), theme.accent, 3);
+        colour = shortcutColour = theme.onAccent;
+    } else if (index % 5 == 4) {
+        colour = shortcutColour = theme.disabled;
+    }
+    if (index % 4 == 3)
+        line(page, rect.topLeft() + QPointF(u, 0), rect.topRight() - QPointF(u, 0));
+    if (index % 3 == 0)
+        icon(page, {rect.left() + 0.6 * u, rect.center().y() - 0.5 * u, u, u}, index, colour);
+    page.canvas.writeIn(rect.adjusted(2.4 * u, 0, 0, 0), Qt::AlignLeft, item.first, font, colour);
+    page.canvas.writeIn(
+        rect.adjusted(0, 0, -1.2 * u, 0), Qt::AlignRight, item.second, font, shortcutColour);
+}
+} // namespace
+
 void dialog(Page& page)
 {
     const double u = page.unit();
@@ -54,36 +96,12 @@ void menu(Page& page)
 
     page.canvas.begin(
         {std::max(width + 4 * u, barWidth), barHeight + count * row + 3 * u}, theme.window);
-    double x = left;
-    for (const QString& each : bar) {
-        const double itemWidth = Canvas::width(each, font);
-        if (x == left)
-            box(page, {x - 0.6 * u, 2, itemWidth + 1.2 * u, barHeight - 2}, theme.accent, 3);
-        page.canvas.writeIn({x, 0, itemWidth + 1, barHeight}, Qt::AlignLeft, each, font,
-            x == left ? theme.onAccent : theme.text);
-        x += itemWidth + 1.4 * u;
-    }
+    menuBar(page, left, barHeight, bar);
     frame(page, {left - 0.6 * u, barHeight, width, count * row + u}, theme.surface, 3);
     const int selected = page.random.below(count);
-    for (int i = 0; i < count; ++i) {
-        const QRectF rect(left - 0.6 * u, barHeight + 0.5 * u + i * row, width, row);
-        if (i == selected)
-            box(page, rect.adjusted(2, 0, -2, 0), theme.accent, 3);
-        if (i % 4 == 3)
-            line(page, rect.topLeft() + QPointF(u, 0), rect.topRight() - QPointF(u, 0));
-        const bool isDisabled = i != selected && i % 5 == 4;
-        const QColor colour = i == selected ? theme.onAccent
-            : isDisabled                    ? theme.disabled
-                                            : theme.text;
-        if (i % 3 == 0)
-            icon(page, {rect.left() + 0.6 * u, rect.center().y() - 0.5 * u, u, u}, i, colour);
-        page.canvas.writeIn(
-            rect.adjusted(2.4 * u, 0, 0, 0), Qt::AlignLeft, items[i].first, font, colour);
-        page.canvas.writeIn(rect.adjusted(0, 0, -1.2 * u, 0), Qt::AlignRight, items[i].second, font,
-            i == selected    ? theme.onAccent
-                : isDisabled ? theme.disabled
-                             : theme.secondary);
-    }
+    for (int i = 0; i < count; ++i)
+        menuItem(page, {left - 0.6 * u, barHeight + 0.5 * u + i * row, width, row}, items[i], i,
+            i == selected);
 }
 
 void toolBar(Page& page)

@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QImage>
 #include <QSaveFile>
+#include <QSet>
 
 #include <algorithm>
 #include <cstdio>
@@ -25,15 +26,15 @@ void save(const QImage& image, const QString& path, int quality)
         qFatal("Cannot write %s", qPrintable(path));
 }
 
-/// Removes the manifests of pictures that the set no longer has.
+/// Removes the files of pictures that the set no longer has.
 void removeStrays(const QString& folder, const QList<Scene>& scenes)
 {
+    QSet<QString> names;
+    for (const Scene& scene : scenes)
+        names.insert(scene.name);
     QDir dir(folder);
-    for (const QFileInfo& info : dir.entryInfoList({u"*.json"_s}, QDir::Files)) {
-        const auto hasName = [&](const Scene& scene) {
-            return scene.name == info.completeBaseName();
-        };
-        if (std::ranges::none_of(scenes, hasName))
+    for (const QFileInfo& info : dir.entryInfoList({u"*.json"_s, u"*.png"_s, u"*.jpg"_s})) {
+        if (!names.contains(info.completeBaseName().remove(doubledPrefix)))
             dir.remove(info.fileName());
     }
 }

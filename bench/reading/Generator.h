@@ -9,6 +9,9 @@ namespace Lumenote::Bench::Generator {
 /// all of their text can be read by people; what is clipped or covered is told on standard error.
 bool drawAll(const QString& folder, const QString& group);
 
+/// What the names of doubled copies begin with.
+inline const QString doubledPrefix = QStringLiteral("doubled-");
+
 /// Saves @p picture doubled, smoothly, as @p target.
 void saveDoubled(const QString& picture, const QString& target);
 

@@ -59,8 +59,10 @@ void table(Page& page, QPointF topLeft, const QList<Column>& columns, Rules rule
     }
     if (rules == Rules::none)
         return;
-    for (double y = all.top() + row; y <= all.bottom(); y += row)
+    for (qsizetype i = 1; i <= columns[0].cells.size() + 1; ++i) {
+        const double y = all.top() + double(i) * row;
         line(page, {all.left(), y}, {all.right(), y});
+    }
 }
 
 QStringList made(int count, const std::function<QString()>& make)
@@ -207,8 +209,8 @@ void calendar(Page& page)
     const int offset = first.dayOfWeek() - 1;
     const int today = page.random.between(2, 27);
     for (int day = 1; day <= first.daysInMonth(); ++day) {
-        const int slot = offset + day - 1;
-        const QRectF rect(u + slot % 7 * cell, 0.5 * u + (slot / 7 + 2) * cell, cell, cell);
+        const QPointF slot = gridCell(offset + day - 1, 7);
+        const QRectF rect(u + slot.x() * cell, 0.5 * u + (slot.y() + 2) * cell, cell, cell);
         if (day == today)
             box(page, rect.adjusted(2, 2, -2, -2), theme.accent, cell / 2);
         page.canvas.writeIn(rect, Qt::AlignHCenter, QString::number(day), page.look.ui(),
@@ -256,7 +258,9 @@ void iconGrid(Page& page)
     const double cellHeight = std::round(6.5 * u);
     page.canvas.begin({4 * cellWidth + u, 2 * cellHeight + u}, page.look.theme.surface);
     for (int i = 0; i < 8; ++i) {
-        const QRectF cell(i % 4 * cellWidth, i / 4 * cellHeight + 0.6 * u, cellWidth, cellHeight);
+        const QPointF slot = gridCell(i, 4);
+        const QRectF cell(
+            slot.x() * cellWidth, slot.y() * cellHeight + 0.6 * u, cellWidth, cellHeight);
         const double size = 3.2 * u;
         icon(page, {std::round(cell.center().x() - size / 2), cell.top() + 0.4 * u, size, size},
             i % 3 == 0 ? 0 : 1 + i % 3, page.look.theme.accent);

@@ -55,9 +55,9 @@ Picture pictureFromJson(const QJsonObject& json)
         .size = {json[u"width"].toInt(), json[u"height"].toInt()},
         .pieces = {},
     };
-    for (const QJsonValue& language : json[u"languages"].toArray())
+    for (const QJsonValue language : json[u"languages"].toArray())
         picture.languages.append(language.toString());
-    for (const QJsonValue& piece : json[u"pieces"].toArray())
+    for (const QJsonValue piece : json[u"pieces"].toArray())
         picture.pieces.append({piece[u"text"].toString(), rectFromJson(piece[u"rect"].toArray())});
     return picture;
 }

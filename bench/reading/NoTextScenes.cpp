@@ -13,7 +13,8 @@ void gradients(Page& page)
     page.canvas.begin({640, 360}, Qt::white);
     QPainter& painter = page.canvas.painter();
     for (int i = 0; i < 6; ++i) {
-        const QRectF rect(i % 3 * 213, i / 3 * 180, 214, 180);
+        const QPointF cell = gridCell(i, 3);
+        const QRectF rect(cell.x() * 213, cell.y() * 180, 214, 180);
         QLinearGradient linear(rect.topLeft(), rect.bottomRight());
         QRadialGradient radial(rect.center(), 110);
         QGradient& gradient = i % 2 == 0 ? static_cast<QGradient&>(linear) : radial;
@@ -43,7 +44,8 @@ void iconBar(Page& page)
     const double u = page.unit();
     page.canvas.begin({40 * u, 7 * u}, page.look.theme.window);
     for (int i = 0; i < 24; ++i) {
-        const QRectF rect(u + i % 12 * 3.2 * u, u + i / 12 * 3 * u, 1.6 * u, 1.6 * u);
+        const QPointF cell = gridCell(i, 12);
+        const QRectF rect((1 + cell.x() * 3.2) * u, (1 + cell.y() * 3) * u, 1.6 * u, 1.6 * u);
         if (i % 7 == 3)
             box(page, rect.adjusted(-4, -4, 4, 4), page.look.theme.accent, 4);
         icon(page, rect, i, i % 7 == 3 ? page.look.theme.onAccent : page.look.theme.text);
@@ -118,8 +120,10 @@ void bars(Page& page)
 void avatars(Page& page)
 {
     page.canvas.begin({640, 300}, page.look.theme.surface);
-    for (int i = 0; i < 15; ++i)
-        avatar(page, {70.0 + i % 5 * 125, 55.0 + i / 5 * 95}, 22.0 + i % 4 * 6);
+    for (int i = 0; i < 15; ++i) {
+        const QPointF cell = gridCell(i, 5);
+        avatar(page, {70 + cell.x() * 125, 55 + cell.y() * 95}, 22.0 + i % 4 * 6);
+    }
 }
 
 void emptyWindow(Page& page)

@@ -104,7 +104,9 @@ void photoGrid(Page& page)
     const QSizeF cell(19 * u, 13 * u);
     page.canvas.begin({3 * cell.width(), 2 * (cell.height() + 2.4 * u)}, page.look.theme.window);
     for (int i = 0; i < 6; ++i) {
-        const QPointF corner(i % 3 * cell.width(), std::round(i / 3 * (cell.height() + 2.4 * u)));
+        const QPointF slot = gridCell(i, 3);
+        const QPointF corner(
+            slot.x() * cell.width(), std::round(slot.y() * (cell.height() + 2.4 * u)));
         const QRectF picture(corner + QPointF(4, 4), cell - QSizeF(8, 8));
         page.canvas.painter().drawImage(
             picture, photograph(picture.size().toSize(), page.random, 0.45 + 0.1 * i));
@@ -156,7 +158,8 @@ void desktop(Page& page)
     page.canvas.writeIn(bar.adjusted(0, 0, -u, 0), Qt::AlignRight, page.texts.percent(),
         page.look.ui(0.95), Qt::white);
     for (int i = 0; i < 6; ++i) {
-        const QPointF corner((1 + i / 3 * 14) * u, (4 + i % 3 * 9) * u);
+        const QPointF slot = gridCell(i, 3).transposed();
+        const QPointF corner((1 + slot.x() * 14) * u, (4 + slot.y() * 9) * u);
         icon(page, {corner.x() + 4 * u, corner.y(), 4 * u, 4 * u}, i, Qt::white);
         const QString name = page.texts.one(i % 2 == 0 ? "folders" : "files");
         const QFont font = page.look.ui(0.95, QFont::Medium);

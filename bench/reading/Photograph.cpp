@@ -15,7 +15,7 @@ class Octave {
 public:
     Octave(double cell, Random& random)
         : m_cell(cell)
-        , m_values(side * side)
+        , m_values(size_t(side) * side)
     {
         for (double& value : m_values)
             value = random.unit();

@@ -1,6 +1,7 @@
 #include "Reader.h"
 
 #include "Boxes.h"
+#include "Generator.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -33,7 +34,7 @@ CommandRun tesseract(const QString& file, const Picture& picture, const QStringL
 /// The doubled copy of @p picture. Another process makes it, so that ours stays small.
 QString doubled(const Picture& picture, const Options& options)
 {
-    const QString target = options.folder + u"/doubled-"_s + picture.name + u".png"_s;
+    QString target = options.folder + u'/' + Generator::doubledPrefix + picture.name + u".png"_s;
     const QString source = options.folder + u'/' + picture.file;
     const QFileInfo info(target);
     if (info.exists() && info.lastModified() > QFileInfo(source).lastModified())

@@ -308,7 +308,7 @@ struct Claim {
     qsizetype length = 0;
     qsizetype index = 0;
 
-    qsizetype gain() const { return length - 2 * match.distance; }
+    qsizetype gain() const { return length - 2 * qsizetype(match.distance); }
 
     bool operator<(const Claim& other) const
     {

@@ -57,13 +57,13 @@ QLocale localeOf(Language language)
 {
     switch (language) {
     case Language::german:
-        return QLocale(QLocale::German, QLocale::Germany);
+        return {QLocale::German, QLocale::Germany};
     case Language::french:
-        return QLocale(QLocale::French, QLocale::France);
+        return {QLocale::French, QLocale::France};
     case Language::english:
         break;
     }
-    return QLocale(QLocale::English, QLocale::UnitedKingdom);
+    return {QLocale::English, QLocale::UnitedKingdom};
 }
 } // namespace
 

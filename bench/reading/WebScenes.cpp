@@ -166,7 +166,8 @@ void dashboard(Page& page)
     const double cardWidth = widest(bodies, page.look.ui(0.9)) + 3 * u;
     page.canvas.begin({2 * cardWidth + 3 * u, 21 * u}, theme.window);
     for (int i = 0; i < 4; ++i) {
-        const QRectF card(u + i % 2 * (cardWidth + u), u + i / 2 * 10 * u, cardWidth, 9 * u);
+        const QPointF cell = gridCell(i, 2);
+        const QRectF card(u + cell.x() * (cardWidth + u), u + cell.y() * 10 * u, cardWidth, 9 * u);
         frame(page, card, theme.surface, 6);
         page.canvas.write({card.left() + u, card.top() + 1.9 * u}, cards[i].first,
             page.look.ui(1, QFont::DemiBold), theme.secondary);

@@ -3,6 +3,7 @@
 #include <QPainterPath>
 
 #include <algorithm>
+#include <cmath>
 
 namespace Lumenote::Bench::Widgets {
 
@@ -244,6 +245,11 @@ double paragraph(Page& page, QPointF baseline, double width, const QString& text
         baseline.ry() += std::round(font.pixelSize() * lineFactor);
     }
     return baseline.y();
+}
+
+QPointF gridCell(int index, int columns)
+{
+    return {double(index % columns), std::floor(double(index) / columns)};
 }
 
 double widest(const QStringList& texts, const QFont& font)

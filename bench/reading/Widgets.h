@@ -36,6 +36,9 @@ double titleBar(Page& page, const QString& title);
 double paragraph(Page& page, QPointF baseline, double width, const QString& text, const QFont& font,
     const QColor& colour, double lineFactor = 1.45);
 
+/// The column and the row of the cell @p index in a grid of @p columns.
+QPointF gridCell(int index, int columns);
+
 double widest(const QStringList& texts, const QFont& font);
 
 } // namespace Lumenote::Bench::Widgets
