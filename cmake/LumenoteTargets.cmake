@@ -22,14 +22,14 @@ function(lumenote_library name)
     target_link_libraries(${name} PUBLIC LumenoteOptions ${ARG_LINK})
 endfunction()
 
-# lumenote_test(Name SOURCES … LINK … [ENVIRONMENT A=b …]): one GoogleTest program, each of its
-# cases a test of ctest.
+# lumenote_test(Name SOURCES … LINK … [ENVIRONMENT A=b …] [LABELS …]): one GoogleTest program, each
+# of its cases a test of ctest. Those labelled "threaded" also run under the thread sanitizer.
 function(lumenote_test name)
-    cmake_parse_arguments(ARG "" "" "SOURCES;LINK;ENVIRONMENT" ${ARGN})
+    cmake_parse_arguments(ARG "" "" "SOURCES;LINK;ENVIRONMENT;LABELS" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
     target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
     target_link_libraries(${name} PRIVATE LumenoteOptions TestHarness ${ARG_LINK})
     gtest_discover_tests(${name}
-        DISCOVERY_MODE PRE_TEST
-        PROPERTIES TIMEOUT 300 ENVIRONMENT "${ARG_ENVIRONMENT}")
+        DISCOVERY_MODE PRE_TEST NO_PRETTY_VALUES
+        PROPERTIES TIMEOUT 300 ENVIRONMENT "${ARG_ENVIRONMENT}" LABELS "${ARG_LABELS}")
 endfunction()

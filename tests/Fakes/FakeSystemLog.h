@@ -1,0 +1,48 @@
+#pragma once
+
+#include "Platform/SystemLog.h"
+
+#include <QList>
+#include <QStringList>
+
+#include <mutex>
+
+namespace Fakes {
+
+/// Collects what is logged.
+class FakeSystemLog final : public Platform::SystemLog {
+public:
+    struct Entry {
+        QString subsystem;
+        QString category;
+        QString message;
+
+        bool operator==(const Entry&) const = default;
+    };
+
+    void write(const QString& subsystem, const QString& category, const QString& message) override
+    {
+        const std::scoped_lock hold(m_lock);
+        m_entries.append({.subsystem = subsystem, .category = category, .message = message});
+    }
+
+    QList<Entry> entries() const
+    {
+        const std::scoped_lock hold(m_lock);
+        return m_entries;
+    }
+
+    QStringList messages() const
+    {
+        QStringList messages;
+        for (const auto& entry : entries())
+            messages.append(entry.message);
+        return messages;
+    }
+
+private:
+    mutable std::mutex m_lock;
+    QList<Entry> m_entries;
+};
+
+} // namespace Fakes

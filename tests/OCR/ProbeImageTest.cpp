@@ -1,0 +1,66 @@
+#include "OCR/ProbeImage.h"
+
+#include <gtest/gtest.h>
+#include <thread>
+
+using namespace Lumenote;
+
+namespace {
+
+bool isWhite(const QImage& image, const QRect& area)
+{
+    auto blank = QImage(area.size(), image.format());
+    blank.fill(Qt::white);
+    return image.copy(area) == blank;
+}
+
+TEST(ProbeImageTest, codeLinesAreNumberedAndTakenInTurn)
+{
+    const auto lines = probeLines(8, ProbeKind::code);
+    ASSERT_EQ(lines.size(), 8);
+    EXPECT_EQ(lines.at(0), QStringLiteral("0 let kCFAllocatorDefault = CFAllocatorGetDefault()"));
+    EXPECT_EQ(lines.at(7),
+        QStringLiteral("7   guard let candidate = observation.topCandidates(1).first"));
+}
+
+TEST(ProbeImageTest, proseFillsItsLinesAndRunsOnFromOneToTheNext)
+{
+    const auto lines = probeLines(72, ProbeKind::prose);
+    ASSERT_EQ(lines.size(), 72);
+    constexpr qsizetype longestWord = 8; // "carrying"
+    for (const auto& line : lines) {
+        EXPECT_GE(line.size(), 218);
+        EXPECT_LE(line.size(), 218 + longestWord);
+    }
+    EXPECT_TRUE(lines.join(u' ').contains(
+        QStringLiteral("and the wind falls still The quick brown fox jumps over the lazy dog")));
+}
+
+TEST(ProbeImageTest, eachLineStandsInItsPlaceOnWhite)
+{
+    struct Row {
+        int lines;
+        ProbeKind kind;
+        int height;
+    };
+    for (const auto& row :
+        {Row{8, ProbeKind::code, 246}, {24, ProbeKind::prose, 707}, {112, ProbeKind::code, 3241}}) {
+        const auto image = probeImage(row.lines, row.kind);
+        ASSERT_EQ(image.size(), QSize(2000, row.height));
+        EXPECT_TRUE(isWhite(image, QRect(0, 0, 8, row.height))) << "left of the text";
+        EXPECT_TRUE(isWhite(image, QRect(0, 0, 2000, 8))) << "above the text";
+        EXPECT_TRUE(isWhite(image, QRect(0, row.height - 8, 2000, 8))) << "below the text";
+        for (int line = 0; line < row.lines; ++line)
+            EXPECT_FALSE(isWhite(image, QRect(8, 8 + static_cast<int>(line * 28.8), 300, 28)))
+                << "line " << line;
+    }
+}
+
+TEST(ProbeImageTest, aBackgroundThreadDrawsTheSame)
+{
+    QImage drawnBehind;
+    std::jthread([&drawnBehind] { drawnBehind = probeImage(24, ProbeKind::prose); }).join();
+    EXPECT_EQ(drawnBehind, probeImage(24, ProbeKind::prose));
+}
+
+} // namespace
