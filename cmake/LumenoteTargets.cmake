@@ -29,7 +29,14 @@ function(lumenote_test name)
     add_executable(${name} ${ARG_SOURCES})
     target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
     target_link_libraries(${name} PRIVATE LumenoteOptions TestHarness ${ARG_LINK})
+    # Only what is set: an empty value would fall out of the list and shift the ones behind it.
+    set(properties TIMEOUT 300)
+    foreach(property ENVIRONMENT LABELS)
+        if(ARG_${property})
+            list(APPEND properties ${property} "${ARG_${property}}")
+        endif()
+    endforeach()
     gtest_discover_tests(${name}
         DISCOVERY_MODE PRE_TEST NO_PRETTY_VALUES
-        PROPERTIES TIMEOUT 300 ENVIRONMENT "${ARG_ENVIRONMENT}" LABELS "${ARG_LABELS}")
+        PROPERTIES ${properties})
 endfunction()

@@ -142,29 +142,48 @@ qint64 pixelCount(const QSize& size)
     return qint64{size.width()} * size.height();
 }
 
-/// The largest size of the same shape within the limit.
-QSize boundedSize(const QSize& size, qint64 pixels)
+/// Whether a picture of this size is, or can be scaled to be, within the limits.
+bool canBound(const QSize& size, const ImageLimits& limits)
 {
-    if (pixelCount(size) <= pixels)
+    // Longer sides overflow the fixed-point numbers of Qt's smooth scaling, which then takes a
+    // minute for what it does in a second, if no worse.
+    constexpr int longestScalableSide = (1 << 17) - 1;
+    return pixelCount(size) <= limits.pixels
+        || std::max(size.width(), size.height()) <= longestScalableSide;
+}
+
+/// The largest size of the same shape within the limits.
+QSize boundedSize(const QSize& size, const ImageLimits& limits)
+{
+    const auto pixels = pixelCount(size);
+    if (pixels <= limits.pixels)
         return size;
-    const auto scale =
-        std::sqrt(static_cast<double>(pixels) / static_cast<double>(pixelCount(size)));
+    const auto scale = std::sqrt(static_cast<double>(limits.pixels) / static_cast<double>(pixels));
     return {std::max(1, static_cast<int>(size.width() * scale)),
         std::max(1, static_cast<int>(size.height() * scale))};
 }
 
-/// Drawings have no pixels of their own, need fonts, and can ask for work without an end.
-bool isDrawing(const QByteArray& format)
+/// Drawings have no pixels of their own, need fonts, and can ask for work without an end. The
+/// decoder of MNG films takes as much memory as a header claims: 4 GB for a file of some bytes.
+bool isRefused(const QByteArray& format)
 {
-    return format.startsWith("svg") || format == "pdf";
+    return format.startsWith("svg") || format == "pdf" || format == "mng";
 }
 
-/// What the header lets expect.
+/// Bits of a pixel once decoded, as the header tells; 0 where it doesn't.
+int decodedBits(const QImageReader& reader)
+{
+    // The JPEG decoder answers with whatever was in memory when it could not read the header.
+    const auto format = reader.imageFormat();
+    if (format <= QImage::Format_Invalid || format >= QImage::NImageFormats)
+        return 0;
+    return QImage::toPixelFormat(format).bitsPerPixel();
+}
+
 qint64 decodedBytes(const QImageReader& reader)
 {
     // Scaling takes at least what the usual depth does, also for pictures that are flatter.
-    const auto format = QImage::toPixelFormat(reader.imageFormat());
-    return pixelCount(reader.size()) * std::max<int>(usualBits, format.bitsPerPixel()) / 8;
+    return pixelCount(reader.size()) * std::max(usualBits, decodedBits(reader)) / 8;
 }
 
 /// Qt's own guard, one for the whole process, which also holds where a header tells nothing.
@@ -189,21 +208,23 @@ Result<QImage> decode(const QByteArray& path, const ImageLimits& limits)
     allowAllocations(limits);
     QImageReader reader(source->get());
     reader.setAutoTransform(true);
-    if (!reader.canRead() || isDrawing(reader.format()))
+    if (!reader.canRead() || isRefused(reader.format()))
         return unreadable(QStringLiteral("no picture of a known format"));
     const auto size = reader.size();
-    if (size.isValid() && decodedBytes(reader) > limits.decodedBytes)
+    if (size.isValid() && (decodedBytes(reader) > limits.decodedBytes || !canBound(size, limits)))
         return undecodable(QStringLiteral("more pixels than a picture may have"));
     // Some decoders can scale as they go. Of deep pictures none does.
-    if (QImage::toPixelFormat(reader.imageFormat()).bitsPerPixel() <= usualBits)
-        if (const auto bounded = boundedSize(size, limits.pixels); bounded != size)
-            reader.setScaledSize(bounded);
+    if (pixelCount(size) > limits.pixels && decodedBits(reader) <= usualBits)
+        reader.setScaledSize(boundedSize(size, limits));
     auto image = shallow(reader.read());
     if (image.isNull())
         return undecodable(reader.errorString());
-    if (const auto bounded = boundedSize(image.size(), limits.pixels); bounded != image.size())
-        return image.scaled(bounded, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-    return image;
+    if (!canBound(image.size(), limits)) // Where the header didn't tell.
+        return undecodable(QStringLiteral("more pixels than a picture may have"));
+    const auto bounded = boundedSize(image.size(), limits);
+    if (bounded == image.size())
+        return image;
+    return image.scaled(bounded, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }
 
 } // namespace
