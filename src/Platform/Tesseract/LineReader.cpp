@@ -1,5 +1,6 @@
 #include "Platform/Tesseract/LineReader.h"
 
+#include "Platform/Tesseract/TextRepair.h"
 #include "Platform/TextLayout/LineImage.h"
 
 #include <algorithm>
@@ -36,28 +37,49 @@ std::vector<InkGap> gapsOf(const Components& components, const TextLine& line)
     return gaps;
 }
 
-/// Whether a second look at a line may pay: Tesseract finds no baseline in a few letters.
-bool needsSecondLook(const TextLine& line, const LineReading& reading)
+/// One look at a line.
+struct Look {
+    LetterWidth width;
+    TesseractEngine::Framing framing;
+};
+
+LineReading lookAt(
+    const PageLayout& page, const PlacedLine& placed, Look look, TesseractEngine& engine)
 {
-    constexpr std::size_t fewLetters = 4;
-    return reading.confidence < 65
-        || (line.components.size() <= fewLetters && reading.confidence < 92);
+    const LayoutLevel& level = page.levels[std::size_t(placed.level)];
+    const LineImage image = lineImageOf(level.ink, level.components, placed.line, look.width);
+    LineReading reading = engine.readLine(image.pixels, look.framing);
+    for (ReadSymbol& symbol : reading.symbols)
+        symbol.centre = image.toLevel(symbol.centre);
+    return reading;
 }
 
+void keepSurer(LineReading& kept, LineReading other)
+{
+    if (other.confidence > kept.confidence)
+        kept = std::move(other);
+}
+
+/// Reads a line, and looks again where that may pay: Tesseract finds no baseline in a few letters,
+/// and a long line may have been narrowed too much.
 LineReading readPlaced(const PageLayout& page, const PlacedLine& placed, TesseractEngine& engine)
 {
     using Framing = TesseractEngine::Framing;
+    constexpr std::size_t fewLetters = 4;
+    constexpr double doubtfulShort = 92;
+    constexpr double doubtfulLong = 80;
+    constexpr double doubtful = 65;
+
+    LineReading reading = lookAt(page, placed, {LetterWidth::byLength, Framing::engine}, engine);
+    const bool isShort = placed.line.components.size() <= fewLetters;
+    if (!isShort && reading.confidence < doubtfulLong && !reading.symbols.empty())
+        keepSurer(reading, lookAt(page, placed, {LetterWidth::natural, Framing::engine}, engine));
+    if (reading.confidence < (isShort ? doubtfulShort : doubtful))
+        keepSurer(reading, lookAt(page, placed, {LetterWidth::natural, Framing::picture}, engine));
+
     const LayoutLevel& level = page.levels[std::size_t(placed.level)];
-    const LineImage image = lineImageOf(level.ink, level.components, placed.line);
-    LineReading reading = engine.readLine(image.pixels, Framing::engine);
-    if (needsSecondLook(placed.line, reading)) {
-        LineReading second = engine.readLine(image.pixels, Framing::picture);
-        if (second.confidence > reading.confidence)
-            reading = std::move(second);
-    }
-    for (ReadSymbol& symbol : reading.symbols)
-        symbol.centre = image.toLevel(symbol.centre);
     respace(reading.symbols, gapsOf(level.components, placed.line));
+    repair(reading.symbols);
     return reading;
 }
 

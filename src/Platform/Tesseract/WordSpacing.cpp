@@ -16,11 +16,16 @@ constexpr std::size_t leastSteps = 6;
 constexpr double pitchTolerance = 0.13; // Of the pitch.
 constexpr double blankTolerance = 0.2;
 
+double quantileOf(std::vector<double> values, double share)
+{
+    const auto place = values.begin() + std::ptrdiff_t(share * double(values.size()));
+    std::nth_element(values.begin(), place, values.end());
+    return *place;
+}
+
 double medianOf(std::vector<double> values)
 {
-    const auto middle = values.begin() + std::ptrdiff_t(values.size() / 2);
-    std::nth_element(values.begin(), middle, values.end());
-    return *middle;
+    return quantileOf(std::move(values), 0.5);
 }
 
 /// The distance from one character to the next where it is the same everywhere.
@@ -165,9 +170,10 @@ void respaceByWidth(std::vector<ReadSymbol>& symbols, const std::vector<InkGap>&
     if (blanks.empty() || others.size() < leastSteps)
         return;
     const double blank = medianOf(blanks);
-    if (blank < 2 * medianOf(others) + 1)
+    const double wideOther = quantileOf(others, 0.9);
+    if (blank < 1.6 * wideOther + 1)
         return;
-    const Matching matching = match(symbols, atLeast(gaps, 0.8 * blank), 2 * blank);
+    const Matching matching = match(symbols, atLeast(gaps, (blank + wideOther) / 2), 2 * blank);
     for (const InkGap& gap : matching.gapsWithoutWord) {
         const auto symbol = symbolAfter(symbols, gap, blank);
         if (symbol && areLetters(symbols[*symbol - 1], symbols[*symbol]))

@@ -10,9 +10,14 @@ namespace Platform {
 
 namespace {
 
+/// From ascender to descender, in pixels of the prepared line.
+constexpr double preparedHeight = 26;
+constexpr int padding = 4; // Pixels of the prepared line.
 constexpr double ascenderShare = 0.78; // Of the letter height.
 constexpr int margin = 2; // Pixels of the picture, for the fringes of the letters.
-constexpr int widestLine = 6000; // Prepared; a wider one is shrunk. Nothing real is wider.
+// A prepared line beyond these is shrunk; no text is.
+constexpr int widestLine = 8000;
+constexpr int tallestLine = 200;
 
 /// Letters within this many letter heights of each other are of one contrast.
 constexpr double contrastReach = 1.0;
@@ -110,33 +115,48 @@ QImage softened(const QImage& crop)
 
 } // namespace
 
-LineImage lineImageOf(const InkImage& ink, const Components& components, const TextLine& line)
+/// The share of its natural width that a line of this length, in letter heights, is given.
+double narrowing(double length)
+{
+    constexpr double shortLine = 8;
+    constexpr double longLine = 22;
+    constexpr double narrowest = 0.8;
+    const double share = std::clamp((length - shortLine) / (longLine - shortLine), 0.0, 1.0);
+    return 1 - share * (1 - narrowest);
+}
+
+LineImage lineImageOf(
+    const InkImage& ink, const Components& components, const TextLine& line, LetterWidth width)
 {
     const QRect area = line.box.adjusted(-margin, -margin, margin, margin).intersected(ink.rect());
     QImage crop = contrastedCrop(ink, components, line, area);
     if (isAliased(crop))
         crop = softened(crop);
 
-    static const double preparedHeight = getenv("LH") ? atof(getenv("LH")) : 26;
-    static const int PV = getenv("PV") ? atoi(getenv("PV")) : 4;
-    static const int PH = getenv("PH") ? atoi(getenv("PH")) : 4;
-    const double factor = std::min(
-        preparedHeight / std::max(1.0, line.letterHeight), double(widestLine) / crop.width());
-    const QSize size(std::max(1, int(std::lround(crop.width() * factor))),
-        std::max(1, int(std::lround(crop.height() * factor))));
+    const double letterHeight = std::max(1.0, line.letterHeight);
+    const double narrowed =
+        width == LetterWidth::byLength ? narrowing(line.box.width() / letterHeight) : 1;
+    const double down =
+        std::min(preparedHeight / letterHeight, double(tallestLine) / crop.height());
+    const double across = std::min(down * narrowed, double(widestLine) / crop.width());
+    const QSize size(std::max(1, int(std::lround(crop.width() * across))),
+        std::max(1, int(std::lround(crop.height() * down))));
     const QImage scaled = crop.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
                               .convertToFormat(QImage::Format_Grayscale8);
 
+    // The same room from ascender to descender, whether or not the line has any.
     const double ascender = line.baseline - ascenderShare * line.letterHeight;
-    const double descender = line.baseline + (1 - ascenderShare) * line.letterHeight;
-    const int above = PV + std::max(0, int(std::lround((area.y() - ascender) * factor)));
-    const int below =
-        PV + std::max(0, int(std::lround((descender - area.y() - area.height()) * factor)));
-    QImage padded(size.width() + 2 * PH, size.height() + above + below, QImage::Format_Grayscale8);
+    const double descender = ascender + line.letterHeight;
+    const double missingAbove = (area.y() - ascender) * down;
+    const double missingBelow = (descender - area.y() - area.height()) * down;
+    const int above = padding + std::max(0, int(std::lround(missingAbove)));
+    const int below = padding + std::max(0, int(std::lround(missingBelow)));
+    QImage padded(
+        size.width() + 2 * padding, size.height() + above + below, QImage::Format_Grayscale8);
     padded.fill(255);
     for (int y = 0; y < scaled.height(); ++y)
-        std::copy_n(scaled.constScanLine(y), scaled.width(), padded.scanLine(y + above) + PH);
-    return {padded, factor, area.x() - PH / factor};
+        std::copy_n(scaled.constScanLine(y), scaled.width(), padded.scanLine(y + above) + padding);
+    return {padded, across, area.x() - padding / across, narrowed < 1};
 }
 
 } // namespace Platform

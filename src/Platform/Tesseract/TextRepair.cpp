@@ -1,0 +1,177 @@
+#include "Platform/Tesseract/TextRepair.h"
+
+#include <QString>
+
+#include <algorithm>
+#include <optional>
+#include <span>
+
+namespace Platform {
+
+namespace {
+
+using Word = std::span<ReadSymbol>;
+
+QChar first(const ReadSymbol& symbol)
+{
+    return symbol.text.front();
+}
+
+bool isHexDigit(QChar character)
+{
+    return QStringLiteral("0123456789abcdefABCDEF").contains(character);
+}
+
+std::vector<Word> wordsOf(std::vector<ReadSymbol>& symbols)
+{
+    std::vector<Word> words;
+    std::size_t start = 0;
+    for (std::size_t next = 1; next <= symbols.size(); ++next) {
+        if (next < symbols.size() && !symbols[next].startsWord)
+            continue;
+        words.push_back(Word(symbols).subspan(start, next - start));
+        start = next;
+    }
+    return words;
+}
+
+bool isLowerCaseWord(Word word)
+{
+    return std::all_of(
+        word.begin(), word.end(), [](const ReadSymbol& symbol) { return first(symbol).isLower(); });
+}
+
+/// A bar beside words is the pronoun; beside anything else it may be a rule between links.
+void repairBars(const std::vector<Word>& words)
+{
+    for (std::size_t word = 0; word + 1 < words.size(); ++word) {
+        const bool isBar = words[word].size() == 1 && first(words[word][0]) == u'|';
+        const bool followsWord = word == 0 || first(words[word - 1].back()).isLower();
+        if (isBar && followsWord && words[word + 1].size() >= 2 && isLowerCaseWord(words[word + 1]))
+            words[word][0].text = QStringLiteral("I");
+    }
+}
+
+/// An at sign stands between letters in addresses and before them in names: elsewhere it is a
+/// zero with a stroke or a dot inside.
+void repairZeros(std::vector<ReadSymbol>& symbols)
+{
+    for (std::size_t symbol = 0; symbol < symbols.size(); ++symbol) {
+        if (first(symbols[symbol]) != u'@')
+            continue;
+        const bool isLast = symbol + 1 == symbols.size() || symbols[symbol + 1].startsWord;
+        const bool isFirst = symbol == 0 || symbols[symbol].startsWord;
+        const QChar next = isLast ? u' ' : first(symbols[symbol + 1]);
+        const QChar previous = isFirst ? u' ' : first(symbols[symbol - 1]);
+        const bool isHexPrefix = isFirst && next == u'x' && symbol + 2 < symbols.size()
+            && isHexDigit(first(symbols[symbol + 2]));
+        const bool isInNumber = previous.isDigit() && (isLast || !next.isLetter());
+        const bool isBeforeNumber = isFirst && (next.isDigit() || next == u'.' || next == u':');
+        const bool isAlone = isFirst && !isLast && !next.isLetterOrNumber() && next != u'@';
+        if (isHexPrefix || isInNumber || isBeforeNumber || isAlone)
+            symbols[symbol].text = QStringLiteral("0");
+    }
+}
+
+/// The digit that a letter stands for in a hexadecimal number.
+std::optional<QString> hexDigitFor(QChar letter)
+{
+    switch (letter.unicode()) {
+    case u'O':
+    case u'o':
+    case u'Q':
+    case u'@':
+        return QStringLiteral("0");
+    case u'l':
+    case u'I':
+    case u'i':
+        return QStringLiteral("1");
+    case u'S':
+    case u's':
+        return QStringLiteral("5");
+    case u'Z':
+        return QStringLiteral("2");
+    default:
+        return std::nullopt;
+    }
+}
+
+/// Letters that no hexadecimal number has, in a word that is one but for them.
+void repairHexNumbers(Word word)
+{
+    constexpr std::ptrdiff_t shortestNumber = 7;
+    constexpr std::ptrdiff_t fewestDigits = 3;
+    std::ptrdiff_t digits = 0;
+    std::ptrdiff_t hexDigits = 0;
+    std::ptrdiff_t mistaken = 0;
+    std::ptrdiff_t dashes = 0;
+    for (const ReadSymbol& symbol : word) {
+        const QChar character = first(symbol);
+        digits += character.isDigit();
+        hexDigits += isHexDigit(character);
+        mistaken += !isHexDigit(character) && hexDigitFor(character).has_value();
+        dashes += character == u'-';
+    }
+    const auto length = std::ptrdiff_t(word.size());
+    const bool isNumber = hexDigits + mistaken + dashes == length && length >= shortestNumber
+        && digits >= fewestDigits && mistaken * 3 <= hexDigits && digits * 4 >= length;
+    if (!isNumber)
+        return;
+    for (ReadSymbol& symbol : word)
+        if (!isHexDigit(first(symbol)) && first(symbol) != u'-')
+            symbol.text = *hexDigitFor(first(symbol));
+}
+
+/// "Ctri" and its like at the start of a word are the key.
+void repairControlKey(Word word)
+{
+    const auto at = [&](std::size_t index) { return first(word[index]); };
+    for (std::size_t start = 0; start + 4 <= word.size(); ++start) {
+        const bool isKey = at(start) == u'C' && at(start + 1) == u't' && at(start + 2) == u'r'
+            && (at(start + 3) == u'i' || at(start + 3) == u'I' || at(start + 3) == u'1'
+                || at(start + 3) == u'|');
+        const bool ends = start + 4 == word.size() || !at(start + 4).isLetter();
+        const bool begins = start == 0 || !at(start - 1).isLetter();
+        if (isKey && ends && begins)
+            word[start + 3].text = QStringLiteral("l");
+    }
+}
+
+QChar openerOf(QChar closer)
+{
+    return closer == u')' ? u'(' : closer == u']' ? u'[' : u'{';
+}
+
+/// An opening brace that is closed by another kind of bracket was one of that kind.
+void repairBraces(std::vector<ReadSymbol>& symbols)
+{
+    std::vector<std::size_t> open;
+    for (std::size_t symbol = 0; symbol < symbols.size(); ++symbol) {
+        const QChar character = first(symbols[symbol]);
+        if (QStringLiteral("([{").contains(character)) {
+            open.push_back(symbol);
+        } else if (QStringLiteral(")]").contains(character) && !open.empty()) {
+            if (first(symbols[open.back()]) == u'{')
+                symbols[open.back()].text = openerOf(character);
+            open.pop_back();
+        } else if (character == u'}' && !open.empty()) {
+            open.pop_back();
+        }
+    }
+}
+
+} // namespace
+
+void repair(std::vector<ReadSymbol>& symbols)
+{
+    repairZeros(symbols);
+    repairBraces(symbols);
+    const std::vector<Word> words = wordsOf(symbols);
+    repairBars(words);
+    for (const Word word : words) {
+        repairHexNumbers(word);
+        repairControlKey(word);
+    }
+}
+
+} // namespace Platform
