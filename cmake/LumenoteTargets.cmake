@@ -23,12 +23,19 @@ function(lumenote_library name)
 endfunction()
 
 # lumenote_test(Name SOURCES … LINK … [ENVIRONMENT A=b …] [LABELS …]): one GoogleTest program, each
-# of its cases a test of ctest. Those labelled "threaded" also run under the thread sanitizer.
+# of its cases a test of ctest. Those labelled "threaded", which also run under the thread sanitizer,
+# are built by the target threaded-tests.
 function(lumenote_test name)
     cmake_parse_arguments(ARG "" "" "SOURCES;LINK;ENVIRONMENT;LABELS" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
     target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
     target_link_libraries(${name} PRIVATE LumenoteOptions TestHarness ${ARG_LINK})
+    if("threaded" IN_LIST ARG_LABELS)
+        if(NOT TARGET threaded-tests)
+            add_custom_target(threaded-tests)
+        endif()
+        add_dependencies(threaded-tests ${name})
+    endif()
     # Only what is set: an empty value would fall out of the list and shift the ones behind it.
     set(properties TIMEOUT 300)
     foreach(property ENVIRONMENT LABELS)

@@ -79,6 +79,7 @@ protected:
             .exitCode = shell.exitStatus() == QProcess::NormalExit ? shell.exitCode() : -1};
     }
 
+public:
     const QTemporaryDir folder;
 };
 

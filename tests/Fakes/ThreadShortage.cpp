@@ -10,11 +10,16 @@ thread_local bool threadsAreShort = false;
 
 } // namespace
 
-// Stands before the C library's own in every program that links this file.
-extern "C" int pthread_create(
-    pthread_t* thread, const pthread_attr_t* attributes, void* (*start)(void*), void* argument)
+using Start = void* (*)(void*);
+
+// Stands before the C library's own pthread_create in every program that links this file.
+extern "C" int createThreadUnlessShort(pthread_t* thread, const pthread_attr_t* attributes,
+    Start start, void* argument) __asm__("pthread_create");
+
+extern "C" int createThreadUnlessShort(
+    pthread_t* thread, const pthread_attr_t* attributes, Start start, void* argument)
 {
-    using Create = int (*)(pthread_t*, const pthread_attr_t*, void* (*)(void*), void*);
+    using Create = int (*)(pthread_t*, const pthread_attr_t*, Start, void*);
     static const auto create = reinterpret_cast<Create>(dlsym(RTLD_NEXT, "pthread_create"));
     return threadsAreShort ? EAGAIN : create(thread, attributes, start, argument);
 }

@@ -58,6 +58,7 @@ protected:
         return Harness::waitFor([&] { return systemLog->messages().contains(message); });
     }
 
+public:
     const QImage image{QSize(200, 100), QImage::Format_RGB32};
     const std::shared_ptr<Fakes::FakeClock> clock = std::make_shared<Fakes::FakeClock>();
     const std::shared_ptr<Fakes::FakeSystemLog> systemLog =

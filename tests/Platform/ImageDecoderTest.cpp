@@ -115,6 +115,7 @@ protected:
         return path;
     }
 
+public:
     const QTemporaryDir folder;
 };
 
