@@ -9,7 +9,7 @@ class SystemLog {
 public:
     virtual ~SystemLog() = default;
 
-    /// Sends one entry. May be called from any thread; never fails and never waits for a reader.
+    /// Sends one entry. Any thread; never fails, and is quick unless the system's log itself hangs.
     virtual void write(
         const QString& subsystem, const QString& category, const QString& message) = 0;
 };
