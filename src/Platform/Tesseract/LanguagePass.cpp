@@ -1,61 +1,73 @@
 #include "Platform/Tesseract/LanguagePass.h"
 
 #include <algorithm>
+#include <span>
 
 namespace Platform {
 
 namespace {
 
-/// A word of letters read with less confidence than this may be of another language.
-constexpr double doubtfulWord = 80;
+/// A word read with less confidence than this may be of another language.
+constexpr double doubtfulWord = 90;
+constexpr double doubtfulKnownWord = 65;
+constexpr std::size_t shortestWord = 4;
 /// A line read with less than this may be of another script altogether.
 constexpr double doubtfulLine = 60;
 /// How many lines tell a language, and how much surer it has to be on one of them.
-constexpr std::size_t sampleSize = 6;
+constexpr std::size_t sampleSize = 4;
 constexpr double sureGain = 3;
+/// A line of fewer is no sample, but may be an icon.
+constexpr int fewestLetters = 4;
+constexpr std::size_t fewestComponents = 3;
+/// How much surer than the main language another one has to be to have its reading taken.
+constexpr double leastGain = 1.5;
 /// Starting an engine costs up to 0.15 s; of more languages than this nobody waits for all.
 constexpr std::size_t mostLanguagesTried = 10;
-constexpr std::size_t mostLanguagesUsed = 3;
 
+/// What a reading says of its language.
 struct Doubts {
     bool hasDoubtfulWord = false;
     int letters = 0;
 };
 
+/// Whether the word in @p symbols may be of another language: letters alone, but for punctuation
+/// at its end, unknown and read with little confidence.
+bool isDoubtful(std::span<const ReadSymbol> word)
+{
+    while (!word.empty() && word.back().text.front().isPunct())
+        word = word.first(word.size() - 1);
+    if (word.size() < shortestWord
+        || !std::all_of(word.begin(), word.end(),
+            [](const ReadSymbol& symbol) { return symbol.text.front().isLetter(); }))
+        return false;
+    const ReadSymbol& first = word.front();
+    return first.confidence < (first.isOfKnownWord ? doubtfulKnownWord : doubtfulWord);
+}
+
 Doubts doubtsOf(const LineReading& reading)
 {
-    constexpr int shortestWord = 3;
+    const std::vector<ReadSymbol>& symbols = reading.symbols;
     Doubts doubts;
-    int wordLetters = 0;
-    int wordLength = 0;
-    double wordConfidence = 100;
-    const auto endWord = [&] {
-        doubts.hasDoubtfulWord |= wordLetters >= shortestWord && wordLetters * 10 >= wordLength * 8
-            && wordConfidence < doubtfulWord;
-        wordLetters = 0;
-        wordLength = 0;
-    };
-    for (const ReadSymbol& symbol : reading.symbols) {
-        if (symbol.startsWord)
-            endWord();
-        const bool isLetter = symbol.text.front().isLetter();
-        doubts.letters += isLetter;
-        wordLetters += isLetter;
-        ++wordLength;
-        wordConfidence = symbol.confidence;
+    std::size_t start = 0;
+    for (std::size_t next = 1; next <= symbols.size(); ++next) {
+        doubts.letters += symbols[next - 1].text.front().isLetter();
+        if (next < symbols.size() && !symbols[next].startsWord)
+            continue;
+        doubts.hasDoubtfulWord |= isDoubtful(std::span(symbols).subspan(start, next - start));
+        start = next;
     }
-    endWord();
-    doubts.hasDoubtfulWord |= reading.confidence < doubtfulLine;
+    const bool isMostlyLetters =
+        doubts.letters >= fewestLetters && doubts.letters * 10 >= int(symbols.size()) * 6;
+    doubts.hasDoubtfulWord |= isMostlyLetters && reading.confidence < doubtfulLine;
     return doubts;
 }
 
 /// The lines that tell best which language the page is in: doubtful ones, the longest first.
 std::vector<int> sampleOf(const PageLayout& page, const std::vector<LineReading>& readings)
 {
-    constexpr std::size_t fewestLetters = 3;
     std::vector<int> sample;
     for (std::size_t line = 0; line < readings.size(); ++line)
-        if (page.lines[line].line.components.size() >= fewestLetters
+        if (page.lines[line].line.components.size() >= fewestComponents
             && doubtsOf(readings[line]).hasDoubtfulWord)
             sample.push_back(int(line));
     std::stable_sort(sample.begin(), sample.end(), [&](int a, int b) {
@@ -79,45 +91,28 @@ std::vector<int> linesWithWords(const std::vector<LineReading>& readings)
     return lines;
 }
 
-struct Candidate {
-    QString language;
-    double gain = 0; ///< Of confidence, over the sample.
-};
-
-/// The languages that read a line of the sample surely better, the best first.
-std::vector<Candidate> languagesOf(const std::vector<int>& sample,
-    const std::vector<LineReading>& readings, const QStringList& others, LineReader& reader,
-    const std::stop_token& stop)
-{
-    std::vector<Candidate> candidates;
-    for (const QString& language : others) {
-        const auto tried = reader.read(sample, language, stop);
-        if (!tried || stop.stop_requested())
-            continue;
-        Candidate candidate{language, 0};
-        for (std::size_t index = 0; index < sample.size(); ++index) {
-            const double gain =
-                (*tried)[index].confidence - readings[std::size_t(sample[index])].confidence;
-            if (gain >= sureGain)
-                candidate.gain += gain;
-        }
-        if (candidate.gain > 0)
-            candidates.push_back(candidate);
-    }
-    std::stable_sort(candidates.begin(), candidates.end(),
-        [](const Candidate& a, const Candidate& b) { return a.gain > b.gain; });
-    return candidates;
-}
-
 /// Keeps of two readings of each line the surer one.
 void keepSurer(const std::vector<int>& lines, std::vector<LineReading> others,
     std::vector<LineReading>& readings)
 {
     for (std::size_t index = 0; index < lines.size(); ++index) {
         LineReading& kept = readings[std::size_t(lines[index])];
-        if (others[index].confidence > kept.confidence)
+        if (others[index].confidence > kept.confidence + leastGain)
             kept = std::move(others[index]);
     }
+}
+
+/// Whether @p tried, in another language, is surely better than what was read of most of @p sample.
+/// One line may be so by chance.
+bool isBetter(const std::vector<int>& sample, const std::vector<LineReading>& tried,
+    const std::vector<LineReading>& readings)
+{
+    std::size_t better = 0;
+    for (std::size_t index = 0; index < sample.size(); ++index) {
+        const LineReading& known = readings[std::size_t(sample[index])];
+        better += tried[index].confidence >= known.confidence + sureGain;
+    }
+    return better >= 2 && better * 2 >= sample.size();
 }
 
 } // namespace
@@ -137,13 +132,17 @@ Result<std::vector<LineReading>> readInBestLanguages(const PageLayout& page, Lin
     const std::vector<int> sample = sampleOf(page, *readings);
     if (sample.empty())
         return readings;
-
-    std::vector<Candidate> found = languagesOf(sample, *readings, others, reader, stop);
-    if (found.size() > mostLanguagesUsed)
-        found.resize(mostLanguagesUsed);
-    for (const Candidate& candidate : found) {
-        const std::vector<int> lines = linesWithWords(*readings);
-        if (auto more = reader.read(lines, candidate.language, stop))
+    const std::vector<LineReading> inMain = *readings;
+    for (const QString& language : others) {
+        auto tried = reader.read(sample, language, stop);
+        if (!tried || stop.stop_requested())
+            continue;
+        const bool isLanguageOfPage = isBetter(sample, *tried, inMain);
+        keepSurer(sample, std::move(*tried), *readings);
+        if (!isLanguageOfPage)
+            continue;
+        const std::vector<int> lines = linesWithWords(inMain);
+        if (auto more = reader.read(lines, language, stop))
             keepSurer(lines, std::move(*more), *readings);
     }
     return readings;

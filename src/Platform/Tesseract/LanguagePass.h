@@ -13,7 +13,7 @@ namespace Platform {
 /// answers for each line the surest reading.
 ///
 /// Everything is read in the main language first: English where it is installed. Only where words
-/// stay doubtful the others are tried on a sample of lines, and those that read one of them better
+/// stay doubtful the others are tried on a sample of lines, and those that read most of it better
 /// on all lines with words.
 Result<std::vector<LineReading>> readInBestLanguages(const PageLayout& page, LineReader& reader,
     const QStringList& languages, const std::stop_token& stop);

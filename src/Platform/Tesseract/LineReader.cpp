@@ -66,13 +66,14 @@ LineReading readPlaced(const PageLayout& page, const PlacedLine& placed, Tessera
 {
     using Framing = TesseractEngine::Framing;
     constexpr std::size_t fewLetters = 4;
-    constexpr double doubtfulShort = 92;
-    constexpr double doubtfulLong = 80;
+    constexpr double doubtfulShort = 88;
+    constexpr double doubtfulLong = 70;
     constexpr double doubtful = 65;
 
     LineReading reading = lookAt(page, placed, {LetterWidth::byLength, Framing::engine}, engine);
     const bool isShort = placed.line.components.size() <= fewLetters;
-    if (!isShort && reading.confidence < doubtfulLong && !reading.symbols.empty())
+    const bool isLong = placed.line.box.width() > 8 * placed.box.height();
+    if (isLong && reading.confidence < doubtfulLong)
         keepSurer(reading, lookAt(page, placed, {LetterWidth::natural, Framing::engine}, engine));
     if (reading.confidence < (isShort ? doubtfulShort : doubtful))
         keepSurer(reading, lookAt(page, placed, {LetterWidth::natural, Framing::picture}, engine));

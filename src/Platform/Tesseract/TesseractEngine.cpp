@@ -81,8 +81,8 @@ LineReading TesseractEngine::readLine(const QImage& line, Framing framing)
         int bottom = 0;
         symbols->BoundingBox(tesseract::RIL_SYMBOL, &left, &top, &right, &bottom);
         const double confidence = symbols->Confidence(tesseract::RIL_WORD);
-        reading.symbols.push_back(
-            {QString::fromUtf8(text.get()), (left + right) / 2.0, startsWord, confidence});
+        reading.symbols.push_back({QString::fromUtf8(text.get()), (left + right) / 2.0, startsWord,
+            confidence, symbols->WordIsFromDictionary()});
         sum += confidence;
     } while (symbols->Next(tesseract::RIL_SYMBOL));
     reading.confidence = sum / double(std::max<std::size_t>(1, reading.symbols.size()));

@@ -12,6 +12,7 @@ struct ReadSymbol {
     double centre = 0; ///< Across, in pixels of the line.
     bool startsWord = false;
     double confidence = 0; ///< Of its word, 0 to 100.
+    bool isOfKnownWord = false; ///< Its word stands in the language's dictionary.
 };
 
 /// A stretch of a line without ink, in pixels of the line.

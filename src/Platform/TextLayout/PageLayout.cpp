@@ -85,6 +85,39 @@ void addLines(int level, int reduction, std::vector<TextLine> found, std::vector
     std::move(large.begin(), large.end(), std::back_inserter(lines));
 }
 
+/// Drops what can't be text beside the lines that surely are lines: a single shape that is wider
+/// or taller than any letter of theirs. Reading it would cost as much as reading a word.
+void dropShapes(const std::vector<LayoutLevel>& levels, std::vector<PlacedLine>& lines)
+{
+    constexpr std::size_t sureLetters = 4;
+    constexpr std::size_t fewLetters = 2;
+    constexpr double tallestShortLine = 3.6;
+    constexpr double lowestShortLine = 0.4;
+    constexpr double tallestLetter = 0.9;
+    const auto heightOf = [&](const PlacedLine& line) {
+        return line.line.letterHeight * levels[std::size_t(line.level)].reduction;
+    };
+    std::vector<double> heights;
+    for (const PlacedLine& line : lines)
+        if (line.level == 0 && line.line.components.size() >= sureLetters)
+            heights.push_back(heightOf(line));
+    if (heights.empty())
+        return;
+    const auto middle = heights.begin() + std::ptrdiff_t(heights.size() / 2);
+    std::nth_element(heights.begin(), middle, heights.end());
+    std::erase_if(lines, [&](const PlacedLine& line) {
+        const std::size_t letters = line.line.components.size();
+        const double aspect = double(line.box.width()) / line.box.height();
+        if (letters > fewLetters)
+            return false;
+        const bool isTall = line.box.height() > tallestLetter * *middle;
+        if (letters == 1 && aspect < 2 && (line.level > 0 || (isTall && aspect > 1.2)))
+            return true;
+        return heightOf(line) > tallestShortLine * *middle
+            || heightOf(line) < lowestShortLine * *middle;
+    });
+}
+
 } // namespace
 
 bool liesMostlyIn(const QRect& box, const QRect& container)
@@ -109,6 +142,7 @@ PageLayout layoutOf(const QImage& image, const std::stop_token& stop)
         page.levels.push_back(std::move(seen.level));
         addLines(level, 1 << level, std::move(seen.lines), page.lines);
     }
+    dropShapes(page.levels, page.lines);
     putInReadingOrder(page.lines, [](const PlacedLine& line) { return line.box; });
     return page;
 }
