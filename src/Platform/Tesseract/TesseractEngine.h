@@ -10,7 +10,7 @@
 #include <memory>
 #include <vector>
 
-namespace tesseract {
+namespace tesseract { // NOLINT(readability-identifier-naming): the library's own.
 class TessBaseAPI;
 }
 

@@ -124,7 +124,7 @@ bool isText(const ShortLine& line, const Context& context)
 
 /// Of a line of large letters and the smaller ones that lie in it, drops the side that says less.
 void settleOverlaps(
-    const PageLayout& page, const std::vector<LineReading>& readings, std::vector<char>& isKept)
+    const PageLayout& page, const std::vector<LineReading>& readings, std::vector<bool>& isKept)
 {
     for (std::size_t large = 0; large < page.lines.size(); ++large) {
         if (page.lines[large].level == 0 || !isKept[large])
@@ -152,7 +152,7 @@ void settleOverlaps(
 std::vector<int> linesWithText(const PageLayout& page, const std::vector<LineReading>& readings)
 {
     const Context context = contextOf(page, readings);
-    std::vector<char> isKept(page.lines.size());
+    std::vector<bool> isKept(page.lines.size());
     for (std::size_t line = 0; line < page.lines.size(); ++line) {
         const QRect& box = page.lines[line].box;
         isKept[line] = isText({readings[line], letterHeightOf(page, line),

@@ -1,7 +1,8 @@
 #include "Platform/TextLayout/Components.h"
 
+#include "Platform/TextLayout/DisjointSets.h"
+
 #include <algorithm>
-#include <numeric>
 
 namespace Platform {
 
@@ -16,7 +17,7 @@ constexpr double fringeShare = 0.15;
 /// The neighbourhood is told in tiles of this many pixels.
 constexpr int tileSize = 16;
 /// A page of dense small text has about 40,000 runs a megapixel; noise has ten times that.
-constexpr std::size_t mostRuns = 16'000'000;
+constexpr std::size_t mostRuns = 6'000'000;
 
 /// The least ink that counts, tile by tile.
 class Thresholds {
@@ -67,36 +68,6 @@ private:
     std::vector<std::uint8_t> m_values;
 };
 
-/// Disjoint sets of runs, by the least member.
-class RunSets {
-public:
-    int add()
-    {
-        m_parent.push_back(int(m_parent.size()));
-        return m_parent.back();
-    }
-
-    int find(int run)
-    {
-        while (m_parent[std::size_t(run)] != run) {
-            int& parent = m_parent[std::size_t(run)];
-            parent = m_parent[std::size_t(parent)];
-            run = parent;
-        }
-        return run;
-    }
-
-    void join(int a, int b)
-    {
-        const int first = find(a);
-        const int second = find(b);
-        m_parent[std::size_t(std::max(first, second))] = std::min(first, second);
-    }
-
-private:
-    std::vector<int> m_parent;
-};
-
 void appendRuns(const std::uint8_t* ink, const std::uint8_t* thresholds, int y, int width,
     std::vector<InkRun>& runs)
 {
@@ -116,7 +87,7 @@ void appendRuns(const std::uint8_t* ink, const std::uint8_t* thresholds, int y, 
 
 /// Joins the runs of one row, from @p current on, with those of the row above that they touch.
 void joinRows(
-    const std::vector<InkRun>& runs, std::size_t above, std::size_t current, RunSets& sets)
+    const std::vector<InkRun>& runs, std::size_t above, std::size_t current, DisjointSets& sets)
 {
     const std::size_t aboveEnd = current;
     for (std::size_t run = current; run < runs.size(); ++run) {
@@ -137,7 +108,7 @@ void addToBox(Component& component, const InkRun& run)
 }
 
 /// Gathers the runs of each set, and describes the set.
-Components gather(const InkImage& ink, const std::vector<InkRun>& runs, RunSets& sets)
+Components gather(const InkImage& ink, const std::vector<InkRun>& runs, DisjointSets& sets)
 {
     Components found;
     std::vector<int> owner(runs.size());
@@ -157,16 +128,17 @@ Components gather(const InkImage& ink, const std::vector<InkRun>& runs, RunSets&
             component.peak, int(*std::max_element(row + runs[run].left, row + runs[run].right)));
     }
 
-    int next = 0;
+    int first = 0;
     for (Component& component : found.items) {
-        component.firstRun = next;
-        next += component.runCount;
+        component.firstRun = first;
+        first += component.runCount;
         component.runCount = 0;
     }
     found.runs.resize(runs.size());
     for (std::size_t run = 0; run < runs.size(); ++run) {
         Component& component = found.items[std::size_t(owner[run])];
-        found.runs[std::size_t(component.firstRun + component.runCount++)] = runs[run];
+        const int place = component.firstRun + component.runCount++;
+        found.runs[std::size_t(place)] = runs[run];
     }
     std::erase_if(
         found.items, [](const Component& component) { return component.peak < faintestPeak; });
@@ -181,7 +153,7 @@ Components componentsOf(const InkImage& ink, const std::stop_token& stop)
         return {};
     const Thresholds thresholds(ink);
     std::vector<InkRun> runs;
-    RunSets sets;
+    DisjointSets sets;
     std::size_t above = 0;
     for (int y = 0; y < ink.height() && runs.size() < mostRuns; ++y) {
         if (stop.stop_requested())

@@ -24,7 +24,7 @@ QImage halved(const QImage& image)
         const Pixel* upper = pixelRow(image, 2 * y);
         const Pixel* lower = pixelRow(image, 2 * y + 1);
         auto* row = reinterpret_cast<Pixel*>(half.scanLine(y));
-        for (int x = 0; x < half.width(); ++x) {
+        for (std::ptrdiff_t x = 0; x < half.width(); ++x) {
             // Two channels at a time, with room for the sum of four between them.
             constexpr Pixel redAndBlue = 0x00ff00ff;
             const Pixel a = upper[2 * x];

@@ -1,11 +1,11 @@
 #include "Platform/TextLayout/TextLines.h"
 
+#include "Platform/TextLayout/Boxes.h"
+#include "Platform/TextLayout/DisjointSets.h"
+
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
 #include <map>
-#include <numeric>
-#include <unordered_map>
 
 namespace Platform {
 
@@ -22,25 +22,6 @@ constexpr double widestGap = 1.5;
 /// How much taller than a letter the next one may be: "a" beside "d", and beside "|" or "(".
 constexpr double tallestNeighbour = 1.8;
 constexpr double tallestBracket = 2.6;
-
-int bottomOf(const QRect& box)
-{
-    return box.y() + box.height();
-}
-int rightOf(const QRect& box)
-{
-    return box.x() + box.width();
-}
-
-int verticalOverlap(const QRect& a, const QRect& b)
-{
-    return std::min(bottomOf(a), bottomOf(b)) - std::max(a.y(), b.y());
-}
-
-int horizontalGap(const QRect& a, const QRect& b)
-{
-    return std::max(a.x(), b.x()) - std::min(rightOf(a), rightOf(b));
-}
 
 template <typename T>
 T medianOf(std::vector<T> values)
@@ -74,65 +55,6 @@ Shape shapeOf(const Component& component)
     return Shape::letter;
 }
 
-/// Finds boxes near a place without looking at all of them.
-class BoxIndex {
-public:
-    void add(int id, const QRect& box)
-    {
-        for (int row = cellOf(box.y()); row <= cellOf(bottomOf(box) - 1); ++row)
-            for (int column = cellOf(box.x()); column <= cellOf(rightOf(box) - 1); ++column)
-                m_cells[key(column, row)].push_back(id);
-    }
-
-    /// Calls @p visit with each box that may meet @p area; some more than once.
-    template <typename Visit>
-    void visit(const QRect& area, Visit visit) const
-    {
-        for (int row = cellOf(area.y()); row <= cellOf(bottomOf(area) - 1); ++row) {
-            for (int column = cellOf(area.x()); column <= cellOf(rightOf(area) - 1); ++column) {
-                const auto cell = m_cells.find(key(column, row));
-                if (cell == m_cells.end())
-                    continue;
-                for (const int id : cell->second)
-                    visit(id);
-            }
-        }
-    }
-
-private:
-    static int cellOf(int position) { return position >> 5; }
-    static std::int64_t key(int column, int row)
-    {
-        return (std::int64_t(row) << 32) ^ std::int64_t(std::uint32_t(column));
-    }
-
-    std::unordered_map<std::int64_t, std::vector<int>> m_cells;
-};
-
-class Sets {
-public:
-    explicit Sets(std::size_t count)
-        : m_parent(count)
-    {
-        std::iota(m_parent.begin(), m_parent.end(), 0);
-    }
-
-    int find(int item)
-    {
-        while (m_parent[std::size_t(item)] != item) {
-            int& parent = m_parent[std::size_t(item)];
-            parent = m_parent[std::size_t(parent)];
-            item = parent;
-        }
-        return item;
-    }
-
-    void join(int a, int b) { m_parent[std::size_t(find(a))] = find(b); }
-
-private:
-    std::vector<int> m_parent;
-};
-
 bool standSideBySide(const QRect& a, const QRect& b)
 {
     const QRect& taller = a.height() >= b.height() ? a : b;
@@ -150,7 +72,7 @@ std::vector<std::vector<int>> chainLetters(
     for (const int letter : letters)
         index.add(letter, components.items[std::size_t(letter)].box);
 
-    Sets sets(components.items.size());
+    DisjointSets sets(components.items.size());
     for (const int letter : letters) {
         const QRect box = components.items[std::size_t(letter)].box;
         const int reach = int(std::lround(widestGap * tallestBracket * box.height())) + 1;
@@ -325,6 +247,36 @@ void dropIcons(const Components& components, TextLine& line)
         line = lineOf(components, std::move(line.components));
 }
 
+/// Moves the chains that are mere marks beside taller lines ("...", or the dash of a large face)
+/// from @p lines to @p pieces.
+void takeLowChains(std::vector<TextLine>& lines, std::vector<std::vector<int>>& pieces)
+{
+    BoxIndex index;
+    for (std::size_t line = 0; line < lines.size(); ++line) {
+        const QRect& box = lines[line].box;
+        const int height = box.height();
+        index.add(int(line), box.adjusted(-height, -height / 2, height, height / 2));
+    }
+    std::vector<bool> isLow(lines.size());
+    for (std::size_t line = 0; line < lines.size(); ++line) {
+        const TextLine& low = lines[line];
+        index.visit(low.box, [&](int other) {
+            const TextLine& tall = lines[std::size_t(other)];
+            if (low.box.height() * 2 <= tall.box.height()
+                && tall.components.size() > low.components.size() && belongsTo(low.box, tall))
+                isLow[line] = true;
+        });
+    }
+    std::vector<TextLine> kept;
+    for (std::size_t line = 0; line < lines.size(); ++line) {
+        if (isLow[line])
+            pieces.push_back(std::move(lines[line].components));
+        else
+            kept.push_back(std::move(lines[line]));
+    }
+    lines = std::move(kept);
+}
+
 /// Whether two lines stand in one row, no further apart than words do. The longer one tells the
 /// size of their letters.
 bool areOneLine(const TextLine& a, const TextLine& b)
@@ -343,7 +295,7 @@ std::vector<TextLine> mergeNeighbours(const Components& components, std::vector<
     BoxIndex index;
     for (std::size_t line = 0; line < lines.size(); ++line)
         index.add(int(line), lines[line].box);
-    Sets sets(lines.size());
+    DisjointSets sets(lines.size());
     for (std::size_t line = 0; line < lines.size(); ++line) {
         const QRect& box = lines[line].box;
         const int reach = int(2 * lines[line].letterHeight);
@@ -365,12 +317,12 @@ std::vector<TextLine> mergeNeighbours(const Components& components, std::vector<
 }
 
 /// Whether a component is a frame, such as a key cap's or a check box's: others stand inside it.
-std::vector<char> findFrames(const Components& components, const std::vector<int>& letters)
+std::vector<bool> findFrames(const Components& components, const std::vector<int>& letters)
 {
     BoxIndex index;
     for (const int letter : letters)
         index.add(letter, components.items[std::size_t(letter)].box);
-    std::vector<char> isFrame(components.items.size());
+    std::vector<bool> isFrame(components.items.size());
     for (const int letter : letters) {
         const Component& component = components.items[std::size_t(letter)];
         const QRect& box = component.box;
@@ -403,41 +355,13 @@ std::vector<TextLine> textLinesOf(const Components& components)
             pieces.push_back({int(item)});
     }
 
-    const std::vector<char> isFrame = findFrames(components, letters);
+    const std::vector<bool> isFrame = findFrames(components, letters);
     std::erase_if(letters, [&](int letter) { return isFrame[std::size_t(letter)]; });
 
     std::vector<TextLine> lines;
     for (std::vector<int>& chain : chainLetters(components, letters))
         lines.push_back(lineOf(components, std::move(chain)));
-    std::sort(lines.begin(), lines.end(),
-        [](const TextLine& a, const TextLine& b) { return a.box.height() > b.box.height(); });
-    // low chains beside taller lines are marks
-    std::vector<TextLine> kept;
-    {
-        BoxIndex index;
-        for (std::size_t l = 0; l < lines.size(); ++l) {
-            const int r = lines[l].box.height();
-            index.add(int(l), lines[l].box.adjusted(-r, -r / 2, r, r / 2));
-        }
-        std::vector<char> low(lines.size());
-        for (std::size_t l = 0; l < lines.size(); ++l) {
-            const QRect& box = lines[l].box;
-            index.visit(box, [&](int o) {
-                const TextLine& line = lines[std::size_t(o)];
-                if (std::size_t(o) != l && !low[std::size_t(o)]
-                    && box.height() * 2 <= line.box.height()
-                    && line.components.size() > lines[l].components.size() && belongsTo(box, line))
-                    low[l] = 1;
-            });
-        }
-        for (std::size_t l = 0; l < lines.size(); ++l) {
-            if (low[l])
-                pieces.push_back(std::move(lines[l].components));
-            else
-                kept.push_back(std::move(lines[l]));
-        }
-    }
-    lines = std::move(kept);
+    takeLowChains(lines, pieces);
     attachPieces(components, std::move(pieces), lines);
     lines = mergeNeighbours(components, std::move(lines));
     for (TextLine& line : lines) {
