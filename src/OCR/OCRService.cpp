@@ -198,13 +198,13 @@ private:
             outcome.succeeded ? Phase::ready : Phase::failed, m_settings.now() - start, modelLoads);
     }
 
-    ProbeOutcome runProbe(const ProbeSpec& spec)
+    ProbeOutcome runProbe(const ProbeSpec& probe)
     {
-        const auto image = probeImage(spec.lines, spec.kind);
+        const auto image = probeImage(probe.lines, probe.kind);
         if (image.isNull()) {
             Log::write(Log::ocr,
                 QStringLiteral("warm-up failed — couldn't build the %1-line probe image")
-                    .arg(spec.lines));
+                    .arg(probe.lines));
             return {};
         }
         const auto start = m_settings.now();
