@@ -13,14 +13,17 @@ namespace Platform {
 
 namespace {
 
+/// A picture that is smaller, in pixels, is given a margin.
+constexpr int smallestSide = 48;
+
 Error cancelled()
 {
     return {Error::Kind::cancelled, {}};
 }
 
-TextObservation observationOf(const PlacedLine& line, const LineReading& reading)
+TextObservation observationOf(const QRect& box, const QRect& image, const LineReading& reading)
 {
-    return {{{textOf(reading.symbols), reading.confidence / 100}}, QRectF(line.box)};
+    return {{{textOf(reading.symbols), reading.confidence / 100}}, QRectF(box & image)};
 }
 
 } // namespace
@@ -41,7 +44,9 @@ Result<QList<TextObservation>> TesseractRecognizer::recognize(
     if (image.isNull())
         return QList<TextObservation>();
 
-    const PageLayout page = layoutOf(opaqueImageOf(image), stop);
+    const QImage opaque = opaqueImageOf(image);
+    const int margin = std::min(image.width(), image.height()) < smallestSide ? smallestSide : 0;
+    const PageLayout page = layoutOf(margin > 0 ? framedImageOf(opaque, margin) : opaque, stop);
     LineReader reader(page, m_engines);
     const Result<std::vector<LineReading>> readings =
         readInBestLanguages(page, reader, languages, stop);
@@ -53,7 +58,8 @@ Result<QList<TextObservation>> TesseractRecognizer::recognize(
     QList<TextObservation> observations;
     for (const int line : linesWithText(page, *readings))
         observations.append(
-            observationOf(page.lines[std::size_t(line)], (*readings)[std::size_t(line)]));
+            observationOf(page.lines[std::size_t(line)].box.translated(-margin, -margin),
+                image.rect(), (*readings)[std::size_t(line)]));
     return observations;
 }
 

@@ -72,31 +72,36 @@ struct ShortLine {
     const LineReading& reading;
     double letterHeight = 0; ///< In pixels of the picture.
     double aspect = 1; ///< Width to height.
+    std::size_t components = 1;
 };
 
 /// Whether one or two characters are credible text.
 bool isShortText(const ShortLine& line, const Context& context)
 {
-    constexpr double widestDigit = 0.82;
+    constexpr double widestDigit = 0.92;
+    constexpr double widestLargeDigit = 0.78;
     const std::vector<ReadSymbol>& symbols = line.reading.symbols;
     const double confidence = line.reading.confidence;
     const bool areDigits = std::all_of(symbols.begin(), symbols.end(), isDigit);
-    if (symbols.size() == 1 && line.aspect > (areDigits ? widestDigit : 1.15))
+    const bool isOneShape = symbols.size() == 1 && line.components == 1;
+    if (isOneShape && line.aspect > (areDigits ? widestDigit : 1.15))
         return false;
     if (context.letterHeight == 0)
         return context.lineCount <= 3 && confidence >= 85 && line.aspect <= widestDigit * 2;
 
     const double height = line.letterHeight / context.letterHeight;
-    if (areDigits && confidence >= 93 && height <= 3.5)
+    if (areDigits && confidence >= 93 && height <= 3.5
+        && (height <= 1.25 || !isOneShape || line.aspect <= widestLargeDigit))
         return true;
     if (height < 0.5 || height > 1.6)
         return false;
+    // What is exactly as tall as the letters around it is likelier one of them than an icon.
+    const bool isOfContext = height >= 0.75 && height <= 1.25;
     if (areDigits)
-        return confidence >= 60;
+        return confidence >= (isOfContext ? 35 : 60);
     if (std::all_of(symbols.begin(), symbols.end(), isLowerCase))
         return confidence >= 93 && symbols.size() > 1;
-    const bool isOfContext = height >= 0.7 && height <= 1.25;
-    return confidence >= (isOfContext ? 55 : 75);
+    return confidence >= (isOfContext ? 45 : 75);
 }
 
 bool isText(const ShortLine& line, const Context& context)
@@ -156,7 +161,8 @@ std::vector<int> linesWithText(const PageLayout& page, const std::vector<LineRea
     for (std::size_t line = 0; line < page.lines.size(); ++line) {
         const QRect& box = page.lines[line].box;
         isKept[line] = isText({readings[line], letterHeightOf(page, line),
-                                  double(box.width()) / std::max(1, box.height())},
+                                  double(box.width()) / std::max(1, box.height()),
+                                  page.lines[line].line.components.size()},
             context);
     }
     settleOverlaps(page, readings, isKept);

@@ -2,6 +2,9 @@
 
 #include <QPainter>
 
+#include <algorithm>
+#include <map>
+
 namespace Platform {
 
 namespace {
@@ -25,6 +28,27 @@ bool isLight(const QImage& image)
 }
 
 } // namespace
+
+QImage framedImageOf(const QImage& image, int margin)
+{
+    std::map<QRgb, int> counts;
+    const auto count = [&](int x, int y) { ++counts[image.pixel(x, y)]; };
+    for (int x = 0; x < image.width(); ++x) {
+        count(x, 0);
+        count(x, image.height() - 1);
+    }
+    for (int y = 0; y < image.height(); ++y) {
+        count(0, y);
+        count(image.width() - 1, y);
+    }
+    const auto most = std::max_element(counts.begin(), counts.end(),
+        [](const auto& a, const auto& b) { return a.second < b.second; });
+    QImage framed(image.width() + 2 * margin, image.height() + 2 * margin, QImage::Format_RGB32);
+    framed.fill(QColor::fromRgb(most->first));
+    QPainter painter(&framed);
+    painter.drawImage(margin, margin, image);
+    return framed;
+}
 
 QImage opaqueImageOf(const QImage& image)
 {

@@ -18,7 +18,7 @@ constexpr int widestPatch = 400;
 constexpr double evenShare = 0.62;
 constexpr int evenStep = 20;
 constexpr int leastMarkHeight = 5; // Pixels.
-constexpr double mostMarkFill = 0.7;
+constexpr double mostMarkFill = 0.8;
 constexpr double leastLetterFill = 0.25;
 constexpr double tallerThanLetters = 1.35;
 
