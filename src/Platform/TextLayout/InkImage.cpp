@@ -22,12 +22,19 @@ constexpr int likeColours = 24;
 constexpr int shortestRulePiece = 4;
 constexpr int widestRuleBreak = 16;
 
+/// A narrow strip, such as the gutter with the line numbers, has no longer runs than these. They
+/// count where no surface is near, if there are as many of them below each other.
+constexpr int narrowRunAcross = 12;
+constexpr int narrowRunDown = 3;
+constexpr int farSurface = 64;
+
 /// Between two unlike surfaces, no more than this is the edge between them.
 constexpr int widestEdge = 10;
 
 constexpr std::uint8_t openPixel = 0;
 constexpr std::uint8_t surfacePixel = 1;
 constexpr std::uint8_t rulePixel = 2;
+constexpr std::uint8_t narrowPixel = 3;
 
 /// Sets even[x] where a[x] and b[x] differ by at most surfaceStep in each channel.
 void markEven(const Pixel* a, const Pixel* b, int count, std::uint8_t* even)
@@ -60,10 +67,13 @@ public:
         for (int x = 1; x <= m_image.width(); ++x) {
             if (x < m_image.width() && m_even[std::size_t(x)])
                 continue;
-            if (x - start >= surfaceRunAcross)
+            if (x - start >= surfaceRunAcross) {
                 markRun(y, {start, x}, marks);
-            else if (x - start >= shortestRulePiece)
+            } else if (x - start >= shortestRulePiece) {
+                if (x - start >= narrowRunAcross)
+                    std::fill(marks + start, marks + x, narrowPixel);
                 m_pieces.push_back({start, x});
+            }
             start = x;
         }
         if (!m_rules.empty())
@@ -163,7 +173,7 @@ private:
                 continue;
             const int first = length > surfaceRunDown ? y : y - surfaceRunDown + 1;
             for (int row = first; row <= y; ++row)
-                if (marks.row(row)[x] == openPixel)
+                if (marks.row(row)[x] != rulePixel)
                     marks.row(row)[x] = surfacePixel;
         }
     }
@@ -222,7 +232,38 @@ public:
     }
 
 private:
+    /// A column without a surface for long is cut at its narrow ones.
     void fillGap(int x, int above, int below)
+    {
+        if (above >= 0 && below < m_image.height() && below - above <= farSurface) {
+            fillBetween(x, above, below);
+            return;
+        }
+        int last = above;
+        for (int y = above + 1; y < below; ++y) {
+            const int end = endOfNarrowSurface(x, y, below);
+            if (end - y < narrowRunDown)
+                continue;
+            fillBetween(x, last, y);
+            for (; y < end; ++y)
+                m_marks.row(y)[x] = 0;
+            last = --y;
+        }
+        fillBetween(x, last, below);
+    }
+
+    int endOfNarrowSurface(int x, int y, int below) const
+    {
+        int end = y;
+        while (end < below && m_marks.row(end)[x] == narrowPixel
+            && (end == y
+                || channelDistance(pixelRow(m_image, end)[x], pixelRow(m_image, end - 1)[x])
+                    <= surfaceStep))
+            ++end;
+        return end;
+    }
+
+    void fillBetween(int x, int above, int below)
     {
         const bool hasAbove = above >= 0;
         const bool hasBelow = below < m_image.height();
