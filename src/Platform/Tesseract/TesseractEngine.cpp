@@ -5,15 +5,18 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <mutex>
 
 namespace Platform {
 
 namespace {
 
-/// Keeps Tesseract's own diagnostics off standard error.
+/// Keeps Tesseract's own diagnostics off standard error. The variable is one for all engines, and
+/// not guarded: it is set before the first of them runs, and never again.
 void silence(tesseract::TessBaseAPI& api)
 {
-    api.SetVariable("debug_file", "/dev/null");
+    static std::once_flag isSet;
+    std::call_once(isSet, [&api] { api.SetVariable("debug_file", "/dev/null"); });
 }
 
 } // namespace
