@@ -98,6 +98,7 @@ TEST(TextFilterTest, picturesAreDroppedAndTextIsKept)
         for (const Line& line : lines) {
             Platform::TextLine found;
             found.letterHeight = letterHeightOf(line);
+            found.components.resize(std::size_t(line.text.size()));
             layout.lines.push_back({found, line.level, line.box});
             if (line.isKept)
                 expected.push_back(int(readings.size()));
