@@ -8,6 +8,7 @@
 #include <cmath>
 #include <omp.h>
 #include <optional>
+#include <system_error>
 #include <thread>
 
 namespace Platform {
@@ -160,8 +161,12 @@ Result<std::vector<LineReading>> LineReader::read(
     {
         std::vector<std::jthread> helpers;
         const int workers = workersFor(lines, language);
-        for (int helper = 1; helper < workers; ++helper)
-            helpers.emplace_back(work);
+        try {
+            for (int helper = 1; helper < workers; ++helper)
+                helpers.emplace_back(work);
+        } catch (const std::system_error&) {
+            // The system gives no more threads: those that there are do the work.
+        }
         failure = work();
     }
     if (!hasRead && failure)

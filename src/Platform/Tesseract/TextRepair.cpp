@@ -1,6 +1,7 @@
 #include "Platform/Tesseract/TextRepair.h"
 
 #include <QString>
+#include <QStringList>
 
 #include <algorithm>
 #include <optional>
@@ -35,19 +36,27 @@ std::vector<Word> wordsOf(std::vector<ReadSymbol>& symbols)
     return words;
 }
 
-bool isLowerCaseWord(Word word)
+QString textOfWord(Word word)
 {
-    return std::all_of(
-        word.begin(), word.end(), [](const ReadSymbol& symbol) { return first(symbol).isLower(); });
+    QString text;
+    for (const ReadSymbol& symbol : word)
+        text += symbol.text;
+    return text;
 }
 
-/// A bar beside words is the pronoun; beside anything else it may be a rule between links.
+/// A bar before a verb in the first person is the pronoun; before anything else it may be a pipe or
+/// a rule between links.
 void repairBars(const std::vector<Word>& words)
 {
+    static const QStringList verbs{QStringLiteral("am"), QStringLiteral("can"),
+        QStringLiteral("could"), QStringLiteral("did"), QStringLiteral("do"),
+        QStringLiteral("don't"), QStringLiteral("had"), QStringLiteral("have"),
+        QStringLiteral("know"), QStringLiteral("need"), QStringLiteral("should"),
+        QStringLiteral("think"), QStringLiteral("want"), QStringLiteral("was"),
+        QStringLiteral("will"), QStringLiteral("would")};
     for (std::size_t word = 0; word + 1 < words.size(); ++word) {
         const bool isBar = words[word].size() == 1 && first(words[word][0]) == u'|';
-        const bool followsWord = word == 0 || first(words[word - 1].back()).isLower();
-        if (isBar && followsWord && words[word + 1].size() >= 2 && isLowerCaseWord(words[word + 1]))
+        if (isBar && verbs.contains(textOfWord(words[word + 1])))
             words[word][0].text = QStringLiteral("I");
     }
 }
@@ -96,30 +105,34 @@ std::optional<QString> hexDigitFor(QChar letter)
     }
 }
 
-/// Letters that no hexadecimal number has, in a word that is one but for them.
+/// Whether a digit stands beside the symbol of this number.
+bool isBesideDigit(Word word, std::size_t symbol)
+{
+    return (symbol > 0 && first(word[symbol - 1]).isDigit())
+        || (symbol + 1 < word.size() && first(word[symbol + 1]).isDigit());
+}
+
+/// Letters that no hexadecimal number has, each beside a digit, in a word that is one but for them.
 void repairHexNumbers(Word word)
 {
-    constexpr std::ptrdiff_t shortestNumber = 7;
-    constexpr std::ptrdiff_t fewestDigits = 3;
-    std::ptrdiff_t digits = 0;
-    std::ptrdiff_t hexDigits = 0;
-    std::ptrdiff_t mistaken = 0;
-    std::ptrdiff_t dashes = 0;
-    for (const ReadSymbol& symbol : word) {
-        const QChar character = first(symbol);
-        digits += character.isDigit();
-        hexDigits += isHexDigit(character);
-        mistaken += !isHexDigit(character) && hexDigitFor(character).has_value();
-        dashes += character == u'-';
+    constexpr std::size_t shortestNumber = 7;
+    constexpr std::size_t fewestDigits = 3;
+    std::size_t digits = 0;
+    std::vector<std::size_t> mistaken;
+    for (std::size_t symbol = 0; symbol < word.size(); ++symbol) {
+        const QChar character = first(word[symbol]);
+        digits += character.isDigit() ? 1 : 0;
+        if (isHexDigit(character) || character == u'-')
+            continue;
+        if (!hexDigitFor(character) || !isBesideDigit(word, symbol))
+            return;
+        mistaken.push_back(symbol);
     }
-    const auto length = std::ptrdiff_t(word.size());
-    const bool isNumber = hexDigits + mistaken + dashes == length && length >= shortestNumber
-        && digits >= fewestDigits && mistaken * 3 <= hexDigits && digits * 4 >= length;
-    if (!isNumber)
+    if (word.size() < shortestNumber || digits < fewestDigits || digits * 4 < word.size()
+        || mistaken.size() * 4 > word.size())
         return;
-    for (ReadSymbol& symbol : word)
-        if (!isHexDigit(first(symbol)) && first(symbol) != u'-')
-            symbol.text = *hexDigitFor(first(symbol));
+    for (const std::size_t symbol : mistaken)
+        word[symbol].text = *hexDigitFor(first(word[symbol]));
 }
 
 /// "Ctri" and its like at the start of a word are the key.

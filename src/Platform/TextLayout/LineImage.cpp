@@ -113,8 +113,6 @@ QImage softened(const QImage& crop)
     return soft;
 }
 
-} // namespace
-
 /// The share of its natural width that a line of this length, in letter heights, is given.
 double narrowing(double length)
 {
@@ -124,6 +122,8 @@ double narrowing(double length)
     const double share = std::clamp((length - shortLine) / (longLine - shortLine), 0.0, 1.0);
     return 1 - share * (1 - narrowest);
 }
+
+} // namespace
 
 LineImage lineImageOf(
     const InkImage& ink, const Components& components, const TextLine& line, LetterWidth width)
