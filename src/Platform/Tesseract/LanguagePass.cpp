@@ -18,7 +18,7 @@ constexpr std::size_t sampleSize = 4;
 constexpr double sureGain = 3;
 /// A line of fewer is no sample, but may be an icon.
 constexpr int fewestLetters = 4;
-constexpr std::size_t fewestComponents = 3;
+constexpr int fewestComponents = 3;
 /// How much surer than the main language another one has to be to have its reading taken.
 constexpr double leastGain = 1.5;
 /// Starting an engine costs up to 0.15 s; of more languages than this nobody waits for all.
@@ -62,33 +62,35 @@ Doubts doubtsOf(const LineReading& reading)
     return doubts;
 }
 
-/// The lines that tell best which language the page is in: doubtful ones, the longest first.
-std::vector<int> sampleOf(const PageLayout& page, const std::vector<LineReading>& readings)
+/// The lines with doubtful words, the longest first.
+std::vector<int> doubtfulLines(const PageLayout& page, const std::vector<LineReading>& readings)
 {
-    std::vector<int> sample;
-    for (std::size_t line = 0; line < readings.size(); ++line)
-        if (page.lines[line].line.components.size() >= fewestComponents
-            && doubtsOf(readings[line]).hasDoubtfulWord)
-            sample.push_back(int(line));
-    std::stable_sort(sample.begin(), sample.end(), [&](int a, int b) {
-        return page.lines[std::size_t(a)].line.components.size()
-            > page.lines[std::size_t(b)].line.components.size();
-    });
-    if (sample.size() > sampleSize)
-        sample.resize(sampleSize);
-    return sample;
+    const auto lettersOf = [&](int line) {
+        return int(page.lines[std::size_t(line)].line.components.size());
+    };
+    std::vector<int> lines;
+    for (int line = 0; line < int(readings.size()); ++line)
+        if (lettersOf(line) >= fewestComponents
+            && doubtsOf(readings[std::size_t(line)]).hasDoubtfulWord)
+            lines.push_back(line);
+    std::stable_sort(
+        lines.begin(), lines.end(), [&](int a, int b) { return lettersOf(a) > lettersOf(b); });
+    return lines;
 }
 
-/// The lines that a further language may read better: those with words.
-std::vector<int> linesWithWords(const std::vector<LineReading>& readings)
+/// The lines that a further language may read better. Where much is doubtful that is every line
+/// with words, since "fur" for "für" raises no doubt.
+std::vector<int> linesToReadAgain(
+    const std::vector<int>& doubtful, const std::vector<LineReading>& readings)
 {
+    constexpr std::size_t manyDoubtful = 6; // One line in so many.
     std::vector<int> lines;
     for (std::size_t line = 0; line < readings.size(); ++line) {
         const Doubts doubts = doubtsOf(readings[line]);
         if (doubts.letters >= 2 || doubts.hasDoubtfulWord)
             lines.push_back(int(line));
     }
-    return lines;
+    return doubtful.size() * manyDoubtful >= lines.size() ? lines : doubtful;
 }
 
 /// Keeps of two readings of each line the surer one.
@@ -102,8 +104,8 @@ void keepSurer(const std::vector<int>& lines, std::vector<LineReading> others,
     }
 }
 
-/// Whether @p tried, in another language, is surely better than what was read of most of @p sample.
-/// One line may be so by chance.
+/// Whether @p tried, in another language, is surely better than what was read of three quarters of
+/// @p sample. One line may be so by chance.
 bool isBetter(const std::vector<int>& sample, const std::vector<LineReading>& tried,
     const std::vector<LineReading>& readings)
 {
@@ -129,9 +131,11 @@ Result<std::vector<LineReading>> readInBestLanguages(const PageLayout& page, Lin
     Result<std::vector<LineReading>> readings = reader.readPage(main, stop);
     if (!readings || others.isEmpty())
         return readings;
-    const std::vector<int> sample = sampleOf(page, *readings);
-    if (sample.empty())
+    const std::vector<int> doubtful = doubtfulLines(page, *readings);
+    if (doubtful.empty())
         return readings;
+    const std::vector<int> sample(
+        doubtful.begin(), doubtful.begin() + std::ptrdiff_t(std::min(sampleSize, doubtful.size())));
     const std::vector<LineReading> inMain = *readings;
     for (const QString& language : others) {
         auto tried = reader.read(sample, language, stop);
@@ -141,7 +145,7 @@ Result<std::vector<LineReading>> readInBestLanguages(const PageLayout& page, Lin
         keepSurer(sample, std::move(*tried), *readings);
         if (!isLanguageOfPage)
             continue;
-        const std::vector<int> lines = linesWithWords(inMain);
+        const std::vector<int> lines = linesToReadAgain(doubtful, inMain);
         if (auto more = reader.read(lines, language, stop))
             keepSurer(lines, std::move(*more), *readings);
     }

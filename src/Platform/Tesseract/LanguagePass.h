@@ -14,7 +14,7 @@ namespace Platform {
 ///
 /// Everything is read in the main language first: English where it is installed. Only where words
 /// stay doubtful the others are tried on a sample of lines, and those that read most of it better
-/// on all lines with words.
+/// on the other doubtful lines, or on all with words where much is doubtful.
 Result<std::vector<LineReading>> readInBestLanguages(const PageLayout& page, LineReader& reader,
     const QStringList& languages, const std::stop_token& stop);
 
