@@ -15,7 +15,6 @@
 #include <thread>
 
 using Drawing::Canvas;
-using Drawing::Face;
 using Platform::Error;
 using Platform::TesseractEngine;
 using Platform::TesseractRecognizer;
@@ -299,6 +298,7 @@ int answersOf(TesseractRecognizer& recognizer, const QImage& image, int count)
     };
     {
         std::vector<std::jthread> workers;
+        workers.reserve(threads);
         for (int worker = 0; worker < threads; ++worker)
             workers.emplace_back(work, unsigned(worker + 1));
     }

@@ -14,6 +14,7 @@ namespace {
 std::vector<QRect> column(int x, int y, int count, const QSize& line = {180, 12}, int step = 20)
 {
     std::vector<QRect> boxes;
+    boxes.reserve(std::size_t(count));
     for (int row = 0; row < count; ++row)
         boxes.emplace_back(QPoint(x, y + row * step), line);
     return boxes;
