@@ -264,13 +264,16 @@ TEST_F(ImageDecoderTest, aPipeIsReadToItsEnd)
 {
     const auto path = pipe();
     const auto png = encoded(halves(), "png");
-    const int descriptor = open(path.constData(), O_RDWR | O_CLOEXEC); // Never waits for a reader.
-    std::jthread writer([&] {
+    // Keeps what is written, should the writer be done before the decoder opens the pipe.
+    const int keeper = open(path.constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    const int descriptor = open(path.constData(), O_WRONLY | O_CLOEXEC);
+    const std::jthread writer([&] {
         for (const char byte : png)
             EXPECT_EQ(write(descriptor, &byte, 1), 1);
         close(descriptor);
     });
     const auto image = decodeImageFile(path);
+    close(keeper);
     ASSERT_TRUE(image);
     EXPECT_EQ(*image, halves());
 }
