@@ -5,26 +5,17 @@
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDir>
-#include <QFileInfo>
 
 namespace Lumenote::Bench {
 
 using namespace Qt::StringLiterals;
 
 namespace {
-/// The first program that exists: of the release's build, or of the one that we are part of.
+/// The program of the build that we are part of.
 QString builtProgram()
 {
     const QDir here(QCoreApplication::applicationDirPath());
-    const QStringList places{
-        here.filePath(u"../../../release/src/lumenote"_s),
-        here.filePath(u"../../src/lumenote"_s),
-    };
-    for (const QString& place : places) {
-        if (QFileInfo(place).isExecutable())
-            return QDir::cleanPath(place);
-    }
-    return places.last();
+    return QDir::cleanPath(here.filePath(u"../../src/lumenote"_s));
 }
 
 std::optional<Split> splitNamed(const QString& name)
