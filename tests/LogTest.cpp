@@ -128,8 +128,9 @@ TEST_F(LogTest, linesOfSeveralThreadsStayWhole)
         }
         writes = standardError.take();
     }
-    EXPECT_EQ(writes, QByteArrayList(threadCount * linesEach, "lumenote: OCR whole\n"));
-    EXPECT_EQ(m_systemLog->entries().size(), threadCount * linesEach);
+    constexpr qsizetype allLines = qsizetype(threadCount) * linesEach;
+    EXPECT_EQ(writes, QByteArrayList(allLines, "lumenote: OCR whole\n"));
+    EXPECT_EQ(m_systemLog->entries().size(), allLines);
 }
 
 TEST_F(LogTest, aMirrorThatTakesNothingIsIgnored)
