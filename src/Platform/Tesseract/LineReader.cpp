@@ -73,7 +73,7 @@ LineReading readPlaced(const PageLayout& page, const PlacedLine& placed, Tessera
 
     LineReading reading = lookAt(page, placed, {LetterWidth::byLength, Framing::engine}, engine);
     const bool isShort = placed.line.components.size() <= fewLetters;
-    const bool isLong = placed.line.box.width() > 8 * placed.box.height();
+    const bool isLong = placed.line.box.width() > 8 * placed.line.box.height();
     if (isLong && reading.confidence < doubtfulLong)
         keepSurer(reading, lookAt(page, placed, {LetterWidth::natural, Framing::engine}, engine));
     if (reading.confidence < (isShort ? doubtfulShort : doubtful))

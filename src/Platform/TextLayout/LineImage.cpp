@@ -156,7 +156,7 @@ LineImage lineImageOf(
     padded.fill(255);
     for (int y = 0; y < scaled.height(); ++y)
         std::copy_n(scaled.constScanLine(y), scaled.width(), padded.scanLine(y + above) + padding);
-    return {padded, across, area.x() - padding / across, narrowed < 1};
+    return {padded, across, area.x() - padding / across};
 }
 
 } // namespace Platform

@@ -18,7 +18,6 @@ struct LineImage {
     QImage pixels; ///< Dark on white, of QImage::Format_Grayscale8.
     double scale = 1; ///< Pixels of this picture to one of the line's level, across.
     double left = 0; ///< Where this picture's left edge stands on the level.
-    bool isNarrowed = false;
 
     /// Across, from this picture to the level.
     double toLevel(double x) const { return left + x / scale; }
