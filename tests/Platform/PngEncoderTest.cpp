@@ -1,0 +1,186 @@
+#include "Platform/PngEncoder.h"
+
+#include <QBuffer>
+#include <QColorSpace>
+#include <QImageReader>
+#include <QtEndian>
+
+#include <array>
+#include <gtest/gtest.h>
+#include <limits>
+#include <random>
+
+using Platform::encodePng;
+
+namespace {
+
+enum class Opacity { opaque, mixed };
+enum class Content { flat, noise };
+
+/// Flat surfaces with lines, or pixels of any colour; the same for the same seed.
+QImage drawn(const QSize& size, Content content, Opacity opacity, quint32 seed = 1)
+{
+    std::mt19937 random(seed);
+    QImage image(size, QImage::Format_ARGB32);
+    QRgb colour = 0;
+    for (int y = 0; y < size.height(); ++y)
+        for (int x = 0; x < size.width(); ++x) {
+            if (content == Content::noise || random() % 16 == 0)
+                colour = static_cast<QRgb>(random());
+            image.setPixel(x, y, opacity == Opacity::opaque ? colour | 0xff000000U : colour);
+        }
+    return image;
+}
+
+QImage decoded(const QByteArray& png)
+{
+    QBuffer buffer;
+    buffer.setData(png);
+    buffer.open(QIODevice::ReadOnly);
+    QImageReader reader(&buffer, "png");
+    auto image = reader.read();
+    EXPECT_FALSE(image.isNull()) << reader.errorString().toStdString();
+    return image;
+}
+
+QImage with8Bits(const QImage& image)
+{
+    // Not always ARGB32: Qt's conversion would take the filling bits of some formats for alpha.
+    return image.convertToFormat(
+        image.hasAlphaChannel() ? QImage::Format_ARGB32 : QImage::Format_RGB32);
+}
+
+/// Where the two differ first once they have 8 bits a channel; empty where they don't.
+std::string difference(const QImage& image, const QImage& other)
+{
+    const auto a = with8Bits(image);
+    const auto b = with8Bits(other);
+    if (a.size() != b.size())
+        return "size";
+    for (int y = 0; y < a.height(); ++y)
+        for (int x = 0; x < a.width(); ++x)
+            if (a.pixel(x, y) != b.pixel(x, y))
+                return QStringLiteral("%1,%2: %3 is %4")
+                    .arg(x)
+                    .arg(y)
+                    .arg(a.pixel(x, y), 0, 16)
+                    .arg(b.pixel(x, y), 0, 16)
+                    .toStdString();
+    return {};
+}
+
+int colourType(const QByteArray& png)
+{
+    return png.at(25);
+}
+
+constexpr int withoutAlpha = 2;
+constexpr int withAlpha = 6;
+
+TEST(PngEncoderTest, everyFormatComesBackPixelByPixel)
+{
+    const auto picture = drawn({61, 37}, Content::noise, Opacity::mixed);
+    for (int i = QImage::Format_Mono; i < QImage::NImageFormats; ++i) {
+        const auto image = picture.convertToFormat(static_cast<QImage::Format>(i));
+        const auto png = encodePng(image, 72);
+        ASSERT_TRUE(png) << "format " << i << ": " << png.error().message.toStdString();
+        EXPECT_EQ(difference(image, decoded(*png)), "") << "format " << i;
+        EXPECT_EQ(colourType(*png), image.hasAlphaChannel() ? withAlpha : withoutAlpha)
+            << "format " << i;
+    }
+}
+
+TEST(PngEncoderTest, opaquePixelsTakeNoAlphaChannel)
+{
+    const auto opaque = drawn({61, 37}, Content::flat, Opacity::opaque);
+    auto almost = opaque;
+    almost.setPixel(60, 36, 0xfe808080);
+    for (const auto format : {QImage::Format_ARGB32, QImage::Format_ARGB32_Premultiplied,
+             QImage::Format_RGBA8888, QImage::Format_RGBA64}) {
+        const auto image = opaque.convertToFormat(format);
+        EXPECT_EQ(colourType(*encodePng(image, 72)), withoutAlpha) << format;
+        EXPECT_EQ(difference(image, decoded(*encodePng(image, 72))), "") << format;
+        const auto other = almost.convertToFormat(format);
+        EXPECT_EQ(colourType(*encodePng(other, 72)), withAlpha) << format;
+        EXPECT_EQ(difference(other, decoded(*encodePng(other, 72))), "") << format;
+    }
+}
+
+TEST(PngEncoderTest, everySizeComesBackPixelByPixel)
+{
+    std::vector<QSize> sizes{{1, 1}, {3000, 1}, {1, 3000}, {2, 2}, {3, 5}, {1921, 1081}};
+    std::mt19937 random(7);
+    while (sizes.size() < 60)
+        sizes.emplace_back(1 + random() % 90, 1 + random() % 40);
+    quint32 seed = 0;
+    for (const auto& size : sizes)
+        for (const auto content : {Content::flat, Content::noise})
+            for (const auto opacity : {Opacity::opaque, Opacity::mixed}) {
+                const auto image = drawn(size, content, opacity, ++seed);
+                const auto png = encodePng(image, 72);
+                ASSERT_TRUE(png) << png.error().message.toStdString();
+                ASSERT_EQ(difference(image, decoded(*png)), "")
+                    << size.width() << 'x' << size.height() << ", seed " << seed;
+            }
+}
+
+TEST(PngEncoderTest, aPartOfAnotherImagesMemoryIsEnough)
+{
+    const auto whole = drawn({40, 30}, Content::noise, Opacity::opaque);
+    const QImage part(whole.constScanLine(5) + qsizetype{4} * 7, 20, 10, whole.bytesPerLine(),
+        QImage::Format_RGB32);
+    EXPECT_EQ(difference(whole.copy(7, 5, 20, 10), decoded(*encodePng(part, 72))), "");
+}
+
+TEST(PngEncoderTest, theColourSpaceIsKept)
+{
+    struct Row {
+        const char* name;
+        QColorSpace colourSpace;
+        QColorSpace expected;
+    };
+    const QColorSpace wide(QColorSpace::Primaries::ProPhotoRgb, 1.4F);
+    const std::array rows{
+        Row{"none", {}, QColorSpace::SRgb},
+        Row{"sRgb", QColorSpace::SRgb, QColorSpace::SRgb},
+        Row{"displayP3", QColorSpace::DisplayP3, QColorSpace::DisplayP3},
+        Row{"adobeRgb", QColorSpace::AdobeRgb, QColorSpace::AdobeRgb},
+        Row{"ofItsOwn", wide, wide},
+    };
+    for (const auto& row : rows) {
+        auto image = drawn({5, 4}, Content::noise, Opacity::mixed);
+        image.setColorSpace(row.colourSpace);
+        const auto back = decoded(*encodePng(image, 72));
+        EXPECT_EQ(back.colorSpace(), row.expected) << row.name;
+        EXPECT_EQ(difference(image, back), "") << row.name;
+    }
+}
+
+TEST(PngEncoderTest, theResolutionIsKept)
+{
+    struct Row {
+        double written;
+        int dotsPerMetre;
+    };
+    const int noneTold = decoded(*encodePng(drawn({1, 1}, Content::flat, Opacity::opaque), 0))
+                             .dotsPerMeterX(); // What the decoder has to go by.
+    constexpr auto infinity = std::numeric_limits<double>::infinity();
+    for (const auto& row : {Row{72, 2835}, Row{144, 5669}, Row{0.72, 28}, Row{0.001, 1},
+             Row{1e300, 0x7fff'ffff}, Row{0, noneTold}, Row{-72, noneTold}, Row{infinity, noneTold},
+             Row{std::numeric_limits<double>::quiet_NaN(), noneTold}}) {
+        auto image = drawn({5, 4}, Content::flat, Opacity::opaque);
+        image.setDotsPerMeterX(1234);
+        const auto back = decoded(*encodePng(image, row.written));
+        EXPECT_EQ(back.dotsPerMeterX(), row.dotsPerMetre) << row.written;
+        EXPECT_EQ(back.dotsPerMeterY(), row.dotsPerMetre) << row.written;
+    }
+}
+
+TEST(PngEncoderTest, noImageIsAFailure)
+{
+    const auto png = encodePng({}, 72);
+    ASSERT_FALSE(png);
+    EXPECT_EQ(png.error().kind, Platform::Error::Kind::failed);
+}
+
+} // namespace
