@@ -75,14 +75,15 @@ void stayOffScreen()
     qunsetenv("QT_IM_MODULE");
 }
 
-QImage decodedImage(const QByteArray& path)
+QImage decodedImage(const std::filesystem::path& path)
 {
-    auto image = Platform::decodeImageFile(path);
-    if (image)
-        return *std::move(image);
-    if (image.error().kind == Platform::Error::Kind::unreadable)
-        fail("couldn't read image at " + path, noImage);
-    fail("couldn't decode image at " + path, noImage);
+    const auto decoded = Platform::decodeImageFile(path);
+    if (decoded)
+        return decoded->image;
+    const auto name = QByteArray::fromStdString(path.native());
+    if (decoded.error().kind == Platform::Error::Kind::unreadable)
+        fail("couldn't read image at " + name, noImage);
+    fail("couldn't decode image at " + name, noImage);
 }
 
 /// Runs the main loop until @p future has finished, then @p onFinished, which ends the process.
@@ -98,7 +99,7 @@ template <typename T, typename Handler>
 
 } // namespace
 
-void run(const QByteArray& path, OCRService& service)
+void run(const std::filesystem::path& path, OCRService& service)
 {
     startMode();
     Arguments arguments;

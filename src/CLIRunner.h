@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QByteArray>
+#include <filesystem>
 
 namespace Lumenote {
 
@@ -21,7 +21,7 @@ enum ExitCode {
 };
 
 /// `--ocr <image>`: prints the text of the image at @p path, the bytes as they were given.
-[[noreturn]] void run(const QByteArray& path, OCRService& service);
+[[noreturn]] void run(const std::filesystem::path& path, OCRService& service);
 
 /// `--ocr` without a path.
 [[noreturn]] void usage();

@@ -39,7 +39,7 @@ int main(int argc, char** argv)
         if (ocr + 1 == arguments.size())
             CLIRunner::usage();
         openLog();
-        CLIRunner::run(arguments.at(ocr + 1), *makeOCRService());
+        CLIRunner::run(arguments.at(ocr + 1).toStdString(), *makeOCRService());
     }
     if (arguments.contains("--self-test"))
         CLIRunner::selfTest();

@@ -37,12 +37,12 @@ struct Survey {
 
 Platform::Result<Survey> survey(const fs::path& file)
 {
-    const auto image = Platform::decodeImageFile(QByteArray::fromStdString(file.native()));
-    if (!image)
-        return tl::make_unexpected(image.error());
-    return Survey{.pixelSize = image->size(),
-        .dotsPerInch = image->dotsPerMeterX() * 0.0254,
-        .thumbnail = image->scaled(
+    const auto picture = Platform::decodeImageFile(file);
+    if (!picture)
+        return tl::make_unexpected(picture.error());
+    return Survey{.pixelSize = picture->image.size(),
+        .dotsPerInch = picture->dotsPerInch,
+        .thumbnail = picture->image.scaled(
             thumbnailLongEdge, thumbnailLongEdge, Qt::KeepAspectRatio, Qt::SmoothTransformation)};
 }
 
@@ -193,11 +193,11 @@ QList<CaptureStore::Stored> CaptureStore::load(int limit) const
 
 std::optional<CaptureStore::FullImage> CaptureStore::image(const fs::path& file)
 {
-    const auto image = Platform::decodeImageFile(QByteArray::fromStdString(file.native()));
-    if (!image)
+    const auto picture = Platform::decodeImageFile(file);
+    if (!picture)
         return std::nullopt;
-    return FullImage{
-        .image = *image, .pointSize = pointSize(image->size(), image->dotsPerMeterX() * 0.0254)};
+    return FullImage{.image = picture->image,
+        .pointSize = pointSize(picture->image.size(), picture->dotsPerInch)};
 }
 
 std::optional<StoredText> CaptureStore::readText(const QUuid& id) const

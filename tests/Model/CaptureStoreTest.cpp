@@ -1,5 +1,6 @@
-#include "Fakes/FakeFileSystem.h"
 #include "Model/CaptureStore.h"
+
+#include "Fakes/FakeFileSystem.h"
 
 #include <gtest/gtest.h>
 
@@ -14,8 +15,8 @@ protected:
     {
         QImage image(30, 20, QImage::Format_RGB32);
         image.fill(Qt::red);
-        auto file = m_store.fileFor(
-            {.id = id, .capturedAt = QDateTime(QDate(2026, 1, 16), QTime(17, 30, second), Qt::UTC)});
+        auto file = m_store.fileFor({.id = id,
+            .capturedAt = QDateTime(QDate(2026, 1, 16), QTime(17, 30, second), Qt::UTC)});
         EXPECT_TRUE(m_store.write(image, file, scale));
         return file;
     }

@@ -1,6 +1,7 @@
 #include "Platform/ImageDecoder.h"
 
 #include <QBuffer>
+#include <QColorSpace>
 #include <QFile>
 #include <QImageWriter>
 #include <QTemporaryDir>
@@ -26,6 +27,7 @@ QImage halves(const QSize& size = {24, 16})
 {
     QImage image(size, QImage::Format_RGB32);
     image.fill(Qt::white);
+    image.setColorSpace(QColorSpace::DisplayP3);
     for (int y = 0; y < size.height(); ++y)
         for (int x = 0; x < size.width() / 2; ++x)
             image.setPixelColor(x, y, QColor(200, 30, 30));
@@ -102,23 +104,24 @@ QByteArray jpegClaiming(QByteArray jpeg, const QByteArray& marker)
 
 class ImageDecoderTest : public testing::Test {
 protected:
-    QByteArray pathOf(const QByteArray& name) const { return folder.path().toUtf8() + '/' + name; }
+    std::filesystem::path folderPath() const { return folder.path().toStdString(); }
+    std::filesystem::path pathOf(const std::string& name) const { return folderPath() / name; }
 
-    QByteArray fileWith(const QByteArray& bytes, const QByteArray& name = "picture") const
+    std::filesystem::path fileWith(
+        const QByteArray& bytes, const std::string& name = "picture") const
     {
         auto path = pathOf(name);
-        const int descriptor =
-            open(path.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
+        const int descriptor = open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
         EXPECT_EQ(
             write(descriptor, bytes.constData(), static_cast<size_t>(bytes.size())), bytes.size());
         close(descriptor);
         return path;
     }
 
-    QByteArray pipe() const
+    std::filesystem::path pipe() const
     {
         auto path = pathOf("pipe");
-        EXPECT_EQ(mkfifo(path.constData(), 0600), 0);
+        EXPECT_EQ(mkfifo(path.c_str(), 0600), 0);
         return path;
     }
 
@@ -167,10 +170,10 @@ TEST_F(ImageDecoderTest, picturesOfManyKindsComeUprightAndDisplayable)
     for (const auto& row : rows) {
         const auto image = decodeImageFile(fileWith(row.bytes));
         ASSERT_TRUE(image) << row.name << ": " << image.error().message.toStdString();
-        EXPECT_EQ(image->size(), row.size) << row.name;
-        EXPECT_LE(image->depth(), 32) << row.name;
-        const auto left = image->pixelColor(2, 8);
-        const auto right = image->pixelColor(20, 8);
+        EXPECT_EQ(image->image.size(), row.size) << row.name;
+        EXPECT_LE(image->image.depth(), 32) << row.name;
+        const auto left = image->image.pixelColor(2, 8);
+        const auto right = image->image.pixelColor(20, 8);
         EXPECT_LE(distance(left, row.left), tolerance)
             << row.name << ' ' << left.name().toStdString();
         EXPECT_LE(distance(right, row.right), tolerance)
@@ -234,16 +237,16 @@ TEST_F(ImageDecoderTest, onlyFilesAndPipesAreOpened)
 {
     const auto png = encoded(halves(), "png");
     const auto locked = fileWith(png, "locked");
-    chmod(locked.constData(), 0);
+    chmod(locked.c_str(), 0);
     struct Row {
         const char* name;
-        QByteArray path;
+        std::filesystem::path path;
         bool isReadable = false;
     };
     const std::array rows{
         Row{"missing", pathOf("nothing here")},
         Row{"noPath", ""},
-        Row{"folder", folder.path().toUtf8()},
+        Row{"folder", folderPath()},
         Row{"endlessDevice", "/dev/zero"},
         Row{"emptyDevice", "/dev/null"},
         Row{"pipeThatNobodyWritesTo", pipe()},
@@ -265,8 +268,8 @@ TEST_F(ImageDecoderTest, aPipeIsReadToItsEnd)
     const auto path = pipe();
     const auto png = encoded(halves(), "png");
     // Keeps what is written, should the writer be done before the decoder opens the pipe.
-    const int keeper = open(path.constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    const int descriptor = open(path.constData(), O_WRONLY | O_CLOEXEC);
+    const int keeper = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    const int descriptor = open(path.c_str(), O_WRONLY | O_CLOEXEC);
     const std::jthread writer([&] {
         for (const char byte : png)
             EXPECT_EQ(write(descriptor, &byte, 1), 1);
@@ -275,13 +278,13 @@ TEST_F(ImageDecoderTest, aPipeIsReadToItsEnd)
     const auto image = decodeImageFile(path);
     close(keeper);
     ASSERT_TRUE(image);
-    EXPECT_EQ(*image, halves());
+    EXPECT_EQ(image->image, halves());
 }
 
 TEST_F(ImageDecoderTest, aPipeThatIsSilentOrEndlessIsLeft)
 {
     const auto path = pipe();
-    const int descriptor = open(path.constData(), O_RDWR | O_CLOEXEC);
+    const int descriptor = open(path.c_str(), O_RDWR | O_CLOEXEC);
     EXPECT_EQ(decodeImageFile(path, {.pipeSilence = 20ms}).error().kind, Error::Kind::unreadable);
     const QByteArray bytes(10'000, 'x');
     EXPECT_EQ(
@@ -305,10 +308,14 @@ TEST_F(ImageDecoderTest, largePicturesAreScaledAndLargerOnesRefused)
         Row{"atTheLimit", flat, {.pixels = 40'000}, QSize(400, 100)},
         Row{"aboveIt", flat, {.pixels = 10'000}, QSize(200, 50)},
         Row{"deepAboveIt", deep, {.pixels = 10'000}, QSize(200, 50)},
-        Row{"narrow", encoded(halves({2, 4000}), "bmp"), {.pixels = 2000}, QSize(1, 2000)},
-        Row{"tooLongToScale", encoded(halves({2, 140'000}), "bmp"), {.pixels = 100'000},
+        Row{"narrow", encoded(halves({2, 4000}), "png"), {.pixels = 2000}, QSize(1, 2000)},
+        Row{"tooLongToScale", encoded(halves({2, 140'000}), "tiff"), {.pixels = 100'000},
             std::nullopt},
-        Row{"longButFits", encoded(halves({2, 140'000}), "bmp"), {}, QSize(2, 140'000)},
+        Row{"longButFits", encoded(halves({2, 140'000}), "png"), {}, QSize(2, 140'000)},
+        Row{"atTheLongEdge", flat, {.longEdge = 400}, QSize(400, 100)},
+        Row{"beyondTheLongEdge", flat, {.longEdge = 399}, QSize(399, 100)},
+        Row{"beyondBoth", flat, {.pixels = 2500, .longEdge = 200}, QSize(100, 25)},
+        Row{"tallJpeg", encoded(halves({100, 400}), "jpeg"), {.longEdge = 64}, QSize(16, 64)},
         Row{"tooLarge", encoded(halves({800, 400}), "png"), {.decodedBytes = 1 << 20},
             std::nullopt},
         Row{"deepTooLarge",
@@ -322,7 +329,8 @@ TEST_F(ImageDecoderTest, largePicturesAreScaledAndLargerOnesRefused)
         const auto image = decodeImageFile(fileWith(row.bytes), row.limits);
         EXPECT_EQ(image.has_value(), row.size.has_value()) << row.name;
         if (image && row.size) {
-            EXPECT_EQ(image->size(), *row.size) << row.name;
+            EXPECT_EQ(image->image.size(), *row.size) << row.name;
+            EXPECT_EQ(image->image.colorSpace(), QColorSpace(QColorSpace::DisplayP3)) << row.name;
         }
     }
 }

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <condition_variable>
+#include <deque>
+#include <functional>
+#include <mutex>
+#include <thread>
+
+namespace Platform {
+
+/// Does one piece of work after the other, in the order in which they came, on one thread at
+/// utility priority. What is queued when the queue goes away is still done first.
+class SerialQueue {
+public:
+    using Work = std::function<void()>;
+
+    SerialQueue();
+    ~SerialQueue();
+    SerialQueue(const SerialQueue&) = delete;
+    SerialQueue& operator=(const SerialQueue&) = delete;
+
+    /// Queues @p work, which must not throw, and comes back at once. Any thread.
+    void run(Work work);
+
+private:
+    void workUntilEnded();
+
+    std::mutex m_lock;
+    std::condition_variable m_changed;
+    std::deque<Work> m_waiting;
+    bool m_isEnding = false;
+    std::thread m_thread;
+};
+
+} // namespace Platform

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QProcess>
+#include <QProcessEnvironment>
+#include <QString>
+
+namespace Harness {
+
+/// An X server without a screen to look at, on a display number of its own, for the time of a test.
+class XServer {
+public:
+    explicit XServer(const QString& screen = QStringLiteral("1280x800x24"));
+    ~XServer();
+    XServer(const XServer&) = delete;
+    XServer& operator=(const XServer&) = delete;
+
+    bool isRunning() const { return !m_display.isEmpty(); }
+    QString failure() const { return m_failure; } ///< Why it isn't.
+    QString display() const { return m_display; } ///< As in DISPLAY.
+    /// What a program needs to show itself there.
+    QProcessEnvironment environment() const;
+
+private:
+    QProcess m_server;
+    QString m_display;
+    QString m_failure;
+};
+
+} // namespace Harness

@@ -1,0 +1,75 @@
+#include "Harness/Waiting.h"
+#include "Harness/XServer.h"
+#include "Platform/PngEncoder.h"
+
+#include <QImage>
+#include <QProcess>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+/// The program with the pasteboard, and another program that reads it, on a display of their own.
+class ClipboardPasteboard : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(server.isRunning()) << qPrintable(server.failure());
+        auto environment = server.environment();
+        environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
+        owner.setProcessEnvironment(environment);
+    }
+
+    void TearDown() override
+    {
+        owner.kill();
+        owner.waitForFinished();
+    }
+
+    bool put(const QString& kind, const QByteArray& bytes)
+    {
+        owner.start(QStringLiteral(LUMENOTE_PASTEBOARD_OWNER), {kind});
+        owner.write(bytes);
+        owner.closeWriteChannel();
+        return Harness::waitFor([this] { return owner.canReadLine(); })
+            && owner.readLine() == "set\n";
+    }
+
+    QByteArray read(const QString& target) const
+    {
+        QProcess xclip;
+        xclip.setProcessEnvironment(server.environment());
+        xclip.start(QStringLiteral("xclip"),
+            {QStringLiteral("-selection"), QStringLiteral("clipboard"), QStringLiteral("-out"),
+                QStringLiteral("-target"), target});
+        if (!xclip.waitForFinished(Harness::patience))
+            xclip.kill();
+        return xclip.readAllStandardOutput();
+    }
+
+    const Harness::XServer server;
+    QProcess owner;
+};
+
+TEST_F(ClipboardPasteboard, otherProgramsReadTheSamePngByteForByte)
+{
+    QImage noise(1600, 1000, QImage::Format_RGB32); // Too much for one message of the X protocol.
+    quint32 state = 1;
+    for (int y = 0; y < noise.height(); ++y)
+        for (int x = 0; x < noise.width(); ++x)
+            noise.setPixel(x, y, state = state * 1664525 + 1013904223);
+    const auto png = Platform::encodePng(noise, 72);
+    ASSERT_TRUE(png);
+    ASSERT_TRUE(put(QStringLiteral("png"), *png));
+    EXPECT_TRUE(read(QStringLiteral("image/png")) == *png);
+    EXPECT_FALSE(read(QStringLiteral("TARGETS")).contains("image/bmp"));
+}
+
+TEST_F(ClipboardPasteboard, otherProgramsReadTheSameTextByteForByte)
+{
+    const QByteArray text = "Zeile 1\n\tCaf\xc3\xa9 \xf0\x9f\x93\xb8 100 %\n";
+    ASSERT_TRUE(put(QStringLiteral("text"), text));
+    EXPECT_EQ(read(QStringLiteral("UTF8_STRING")), text);
+}
+
+} // namespace
