@@ -21,7 +21,7 @@ constexpr int fewestLetters = 4;
 constexpr int fewestComponents = 3;
 /// How much surer than the main language another one has to be to have its reading taken.
 constexpr double leastGain = 1.5;
-/// Starting an engine costs up to 0.15 s; of more languages than this nobody waits for all.
+/// Each language costs the start of an engine and a sample; of more than this nobody waits for all.
 constexpr std::size_t mostLanguagesTried = 10;
 
 /// What a reading says of its language.

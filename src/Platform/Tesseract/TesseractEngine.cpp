@@ -7,6 +7,21 @@
 #include <cstdlib>
 #include <mutex>
 
+// Three quarters of an engine's start go into sorting a list of look-alike letters that only
+// Tesseract's old recogniser asks for, and no setting spares it. A function of the program comes
+// before one of the same name in a library, so this one takes the place of Tesseract's; in a
+// version that has no such function nothing calls it.
+// NOLINTBEGIN(readability-*): the library's own names.
+namespace tesseract {
+class UNICHARSET;
+class UnicharAmbigs {
+public:
+    void LoadUniversal(const UNICHARSET& encoder, UNICHARSET* characters);
+};
+void UnicharAmbigs::LoadUniversal(const UNICHARSET& /*encoder*/, UNICHARSET* /*characters*/) { }
+} // namespace tesseract
+// NOLINTEND(readability-*)
+
 namespace Platform {
 
 namespace {

@@ -22,7 +22,7 @@ struct LineReading {
     double confidence = 0; ///< Of the characters, 0 to 100, the mean.
 };
 
-/// One Tesseract engine with one language. Costs 85 to 150 ms to start and up to 20 MB. Any
+/// One Tesseract engine with one language. Costs about 20 ms to start and up to 20 MB. Any
 /// thread, one at a time.
 class TesseractEngine {
 public:
