@@ -14,6 +14,8 @@ struct Error {
         unreadable, ///< What was to be read isn't there, can't be opened, or is of no known kind.
         cancelled, ///< The caller asked to stop.
         missingLanguageData, ///< No language data is installed; the message names the package.
+        permissionDenied, ///< The system doesn't let this program do it.
+        windowGone, ///< The window is closed, or not on screen any more.
     };
 
     Kind kind = Kind::failed;
