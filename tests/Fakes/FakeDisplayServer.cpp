@@ -142,9 +142,10 @@ Result<QImage> FakeDisplayServer::displayPicture(
     QPainter painter(&image);
     painter.scale(screen->backingScaleFactor, screen->backingScaleFactor);
     painter.translate(-displayOrigin - how.sourceRect.topLeft());
-    for (auto painted = m_windows.crbegin(); painted != m_windows.crend(); ++painted)
-        if (painted->window.isOnScreen && !painted->window.isOwn)
-            painter.fillRect(painted->window.frame, painted->color);
+    const QList<PaintedWindow> backToFront(m_windows.crbegin(), m_windows.crend());
+    for (const auto& [window, color] : backToFront)
+        if (window.isOnScreen && !window.isOwn)
+            painter.fillRect(window.frame, color);
     return image;
 }
 
