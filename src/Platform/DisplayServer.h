@@ -16,8 +16,7 @@ namespace Platform {
 /// A display, in points. One point is one of Qt's device-independent pixels, and the origin is the
 /// lower left corner of the first display, with y up.
 struct Screen {
-    quint32 displayNumber =
-        0; ///< The same for as long as the program runs, also when plugged anew.
+    quint32 displayNumber = 0; ///< The same when plugged in anew. Zero where the system has none.
     QRectF frame;
     QRectF visibleFrame; ///< The frame without panels.
     double backingScaleFactor = 1; ///< Pixels in a point.

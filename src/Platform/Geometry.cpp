@@ -22,6 +22,11 @@ bool contains(const QRectF& rect, QPointF point)
         && point.y() < rect.bottom();
 }
 
+bool isSame(const QRectF& a, const QRectF& b)
+{
+    return a.x() == b.x() && a.y() == b.y() && a.width() == b.width() && a.height() == b.height();
+}
+
 std::optional<QRectF> intersection(const QRectF& a, const QRectF& b)
 {
     const QPointF minimum(std::max(a.left(), b.left()), std::max(a.top(), b.top()));

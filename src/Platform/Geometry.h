@@ -14,6 +14,9 @@ namespace Platform {
 /// nothing.
 bool contains(const QRectF& rect, QPointF point);
 
+/// Whether all four numbers are equal, where QRectF's own operator takes near ones for equal.
+bool isSame(const QRectF& a, const QRectF& b);
+
 /// What two rectangles share: empty where they merely touch, nothing where they lie apart.
 std::optional<QRectF> intersection(const QRectF& a, const QRectF& b);
 
