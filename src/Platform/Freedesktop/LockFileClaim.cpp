@@ -11,7 +11,7 @@ namespace Platform {
 namespace {
 
 /// How long a copy that removes something may be waited for; it takes microseconds.
-constexpr int tries = 100;
+constexpr int tries = 50;
 constexpr std::chrono::milliseconds pause{5};
 
 /// 0, or what went wrong. @p type is F_RDLCK or F_WRLCK; never waits.
@@ -69,7 +69,7 @@ void LockFileClaim::holdLocked()
 {
     if (m_state != State::none && isLockOfFolder())
         return;
-    m_state = State::none;
+    release();
     m_file = openLockFile(m_path);
     for (int i = 0; i < tries && m_file && m_state == State::none; ++i) {
         const auto number = setLock(m_file.number(), F_RDLCK);
@@ -82,6 +82,12 @@ void LockFileClaim::holdLocked()
     }
 }
 
+void LockFileClaim::release()
+{
+    m_state = State::none;
+    m_file = Descriptor();
+}
+
 bool LockFileClaim::runAlone(const std::function<void()>& work)
 {
     const std::scoped_lock guard(m_mutex);
@@ -91,8 +97,8 @@ bool LockFileClaim::runAlone(const std::function<void()>& work)
     if (m_state == State::held && setLock(m_file.number(), F_WRLCK) != 0)
         return false;
     work();
-    if (m_state == State::held)
-        setLock(m_file.number(), F_RDLCK);
+    if (m_state == State::held && setLock(m_file.number(), F_RDLCK) != 0)
+        release();
     return true;
 }
 

@@ -28,6 +28,7 @@ private:
     };
 
     void holdLocked();
+    void release();
     bool isLockOfFolder() const;
 
     std::filesystem::path m_path;
