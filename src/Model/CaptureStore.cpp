@@ -1,13 +1,13 @@
 #include "Model/CaptureStore.h"
 
 #include "Log.h"
+#include "Model/PointSize.h"
 #include "Platform/Bundle.h"
 #include "Platform/ImageDecoder.h"
 #include "Platform/PngEncoder.h"
 
 #include <algorithm>
 #include <atomic>
-#include <cmath>
 #include <system_error>
 #include <thread>
 #include <utility>
@@ -87,10 +87,7 @@ fs::path CaptureStore::applicationSupport(
 
 QSizeF CaptureStore::pointSize(QSizeF pixels, std::optional<double> dotsPerInch)
 {
-    if (!dotsPerInch || !std::isfinite(*dotsPerInch) || *dotsPerInch <= 0)
-        return pixels;
-    const auto scale = std::round(*dotsPerInch / dotsPerInchOfPoints * 100) / 100;
-    return scale > 0 ? pixels / scale : pixels;
+    return Lumenote::pointSize(pixels, dotsPerInch);
 }
 
 fs::path CaptureStore::fileFor(const CaptureIdentity& identity) const

@@ -4,10 +4,13 @@
 #include "Platform/ImageResolution.h"
 #include "Platform/ImageSource.h"
 
+#include <QColorSpace>
+#include <QImageIOHandler>
 #include <QImageReader>
 #include <QTransform>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <new>
 #include <utility>
@@ -81,7 +84,7 @@ struct Header {
     QSize size; ///< Invalid where it isn't told.
     int bits = 0; ///< Of a pixel once decoded; 0 where it isn't told.
     bool comesRowByRow = false;
-    int orientation = 1; ///< Left to us by the decoder.
+    QImageIOHandler::Transformations transformations; ///< What makes the picture upright.
 };
 
 /// Bits of a pixel once decoded, as the header tells; 0 where it doesn't.
@@ -94,6 +97,21 @@ int decodedBits(const QImageReader& reader)
     return QImage::toPixelFormat(format).bitsPerPixel();
 }
 
+QImageIOHandler::Transformations fromExif(int orientation)
+{
+    constexpr std::array inOrder{
+        QImageIOHandler::TransformationNone,
+        QImageIOHandler::TransformationMirror,
+        QImageIOHandler::TransformationRotate180,
+        QImageIOHandler::TransformationFlip,
+        QImageIOHandler::TransformationFlipAndRotate90,
+        QImageIOHandler::TransformationRotate90,
+        QImageIOHandler::TransformationMirrorAndRotate90,
+        QImageIOHandler::TransformationRotate270,
+    };
+    return inOrder.at(static_cast<size_t>(orientation - 1));
+}
+
 Header readHeader(QIODevice& file, const QImageReader& reader)
 {
     const auto place = file.pos();
@@ -101,8 +119,7 @@ Header readHeader(QIODevice& file, const QImageReader& reader)
     Header header;
     header.kind = fileKind(source);
     header.comesRowByRow = comesRowByRow(source);
-    if (!reader.supportsOption(QImageIOHandler::ImageTransformation))
-        header.orientation = exifTags(source).orientation;
+    const auto orientation = exifTags(source).orientation;
     // Qt's decoder of films would count their pictures to tell the size.
     if (header.kind == FileKind::gif)
         header.size = gifSize(source);
@@ -111,6 +128,9 @@ Header readHeader(QIODevice& file, const QImageReader& reader)
         header.size = reader.size();
         header.bits = decodedBits(reader);
     }
+    header.transformations = reader.supportsOption(QImageIOHandler::ImageTransformation)
+        ? reader.transformation()
+        : fromExif(orientation);
     return header;
 }
 
@@ -163,30 +183,17 @@ QImage shallow(QImage image)
     return image;
 }
 
-/// @p orientation as EXIF counts.
-QImage upright(const QImage& image, int orientation)
+/// As QImageReader would do it, but that loses the colour space of what it turns.
+QImage upright(const QImage& image, QImageIOHandler::Transformations transformations)
 {
-    const auto turned = [&image](int degrees) {
-        return image.transformed(QTransform().rotate(degrees));
-    };
-    switch (orientation) {
-    case 2:
-        return image.mirrored(true, false);
-    case 3:
-        return image.mirrored(true, true);
-    case 4:
-        return image.mirrored(false, true);
-    case 5:
-        return turned(90).mirrored(true, false);
-    case 6:
-        return turned(90);
-    case 7:
-        return turned(90).mirrored(false, true);
-    case 8:
-        return turned(-90);
-    default:
+    if (transformations == QImageIOHandler::TransformationNone)
         return image;
-    }
+    auto turned = image.mirrored(transformations.testFlag(QImageIOHandler::TransformationMirror),
+        transformations.testFlag(QImageIOHandler::TransformationFlip));
+    if (transformations.testFlag(QImageIOHandler::TransformationRotate90))
+        turned = turned.transformed(QTransform().rotate(90));
+    turned.setColorSpace(image.colorSpace());
+    return turned;
 }
 
 QImage bounded(const QImage& image, const ImageLimits& limits)
@@ -206,7 +213,6 @@ Result<DecodedImage> decode(const std::filesystem::path& path, const ImageLimits
     allowAllocations(limits);
     const auto dotsPerInch = imageDotsPerInch(file);
     QImageReader reader(&file);
-    reader.setAutoTransform(true);
     if (!reader.canRead() || isRefused(reader.format()))
         return unreadable(QStringLiteral("no picture of a known format"));
     const auto header = readHeader(file, reader);
@@ -220,7 +226,7 @@ Result<DecodedImage> decode(const std::filesystem::path& path, const ImageLimits
         return undecodable(reader.errorString());
     if (!canBound(image.size(), limits)) // Where the header didn't tell.
         return tooManyPixels();
-    return DecodedImage{.image = upright(bounded(image, limits), header.orientation),
+    return DecodedImage{.image = upright(bounded(image, limits), header.transformations),
         .fileSize = header.size,
         .dotsPerInch = dotsPerInch};
 }

@@ -1,20 +1,20 @@
 #include "Platform/ImageDecoder.h"
 
+#include "Harness/Folder.h"
+#include "Harness/Pictures.h"
+
 #include <QBuffer>
 #include <QColorSpace>
-#include <QFile>
 #include <QImageWriter>
-#include <QTemporaryDir>
-#include <QtEndian>
 
 #include <array>
 #include <fcntl.h>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <thread>
 #include <unistd.h>
 
+using namespace Harness;
 using Platform::decodeImageFile;
 using Platform::Error;
 using Platform::ImageLimits;
@@ -34,23 +34,6 @@ QImage halves(const QSize& size = {24, 16})
     return image;
 }
 
-QByteArray encoded(const QImage& image, const char* format)
-{
-    QBuffer buffer;
-    QImageWriter writer(&buffer, format);
-    EXPECT_TRUE(writer.write(image)) << format;
-    return buffer.data();
-}
-
-/// Stored lying on its side, with a tag that says how to turn it.
-QByteArray turnedJpeg()
-{
-    auto jpeg = encoded(halves().transformed(QTransform().rotate(-90)), "jpeg");
-    return jpeg.insert(2,
-        QByteArray::fromHex("ffe10022457869660000"
-                            "4d4d002a00000008000101120003000000010006000000000000"));
-}
-
 QByteArray progressiveJpeg()
 {
     QBuffer buffer;
@@ -60,79 +43,25 @@ QByteArray progressiveJpeg()
     return buffer.data();
 }
 
-QByteArray fixture(const char* name)
-{
-    QFile file(QStringLiteral(LUMENOTE_PICTURES "/") + QString::fromUtf8(name));
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name;
-    return file.readAll();
-}
-
-quint32 crc32(const QByteArray& bytes)
-{
-    quint32 crc = ~0U;
-    for (const char byte : bytes) {
-        crc ^= static_cast<quint8>(byte);
-        for (int bit = 0; bit < 8; ++bit)
-            crc = (crc >> 1) ^ ((crc & 1) != 0 ? 0xEDB88320U : 0U);
-    }
-    return ~crc;
-}
-
-QByteArray bigEndian(quint32 value)
-{
-    QByteArray bytes(4, '\0');
-    qToBigEndian(value, bytes.data());
-    return bytes;
-}
-
-/// A good PNG whose header claims another size.
-QByteArray pngClaiming(quint32 width, quint32 height)
-{
-    auto png = encoded(halves(), "png");
-    png.replace(16, 8, bigEndian(width) + bigEndian(height));
-    png.replace(29, 4, bigEndian(crc32(png.mid(12, 17))));
-    return png;
-}
-
-/// A good JPEG whose frame header, which @p marker starts, claims 60000 by 60000.
-QByteArray jpegClaiming(QByteArray jpeg, const QByteArray& marker)
-{
-    const auto frame = jpeg.indexOf(marker);
-    EXPECT_GT(frame, 0);
-    return jpeg.replace(frame + 5, 4, QByteArray::fromHex("ea60ea60"));
-}
-
 class ImageDecoderTest : public testing::Test {
 protected:
-    std::filesystem::path folderPath() const { return folder.path().toStdString(); }
-    std::filesystem::path pathOf(const std::string& name) const { return folderPath() / name; }
-
-    std::filesystem::path fileWith(
-        const QByteArray& bytes, const std::string& name = "picture") const
-    {
-        auto path = pathOf(name);
-        const int descriptor = open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
-        EXPECT_EQ(
-            write(descriptor, bytes.constData(), static_cast<size_t>(bytes.size())), bytes.size());
-        close(descriptor);
-        return path;
-    }
-
     std::filesystem::path pipe() const
     {
-        auto path = pathOf("pipe");
+        auto path = folder.pathOf("pipe");
         EXPECT_EQ(mkfifo(path.c_str(), 0600), 0);
         return path;
     }
 
 public:
-    const QTemporaryDir folder;
+    const Folder folder;
 };
 
 TEST_F(ImageDecoderTest, picturesOfManyKindsComeUprightAndDisplayable)
 {
     auto transparent = halves().convertToFormat(QImage::Format_ARGB32);
     transparent.setPixelColor(20, 8, Qt::transparent);
+    auto plain = halves();
+    plain.setColorSpace({});
     struct Row {
         const char* name;
         QByteArray bytes;
@@ -154,13 +83,22 @@ TEST_F(ImageDecoderTest, picturesOfManyKindsComeUprightAndDisplayable)
         Row{"pngTransparent", encoded(transparent, "png"), {200, 30, 30}, Qt::transparent},
         Row{"jpeg", encoded(halves(), "jpeg")},
         Row{"jpegProgressive", progressiveJpeg()},
-        Row{"jpegInInks", fixture("cmyk.jpg")},
-        Row{"jpegTurned", turnedJpeg()},
-        Row{"gifFirstOfTwo", fixture("animated.gif")},
+        Row{"jpegInInks", pictureFile("cmyk.jpg")},
+        Row{"gifFirstOfTwo", pictureFile("animated.gif")},
         Row{"bmp", encoded(halves(), "bmp")},
         Row{"ppm", encoded(halves(), "ppm")},
         Row{"tiff", encoded(halves(), "tiff")},
+        Row{"tiffDeep", encoded(halves().convertToFormat(QImage::Format_RGBX64), "tiff")},
         Row{"webp", encoded(halves(), "webp")},
+        Row{"ico", encoded(halves(), "ico")},
+        Row{"xpm", encoded(halves(), "xpm")},
+        Row{"pngWithBrokenProfile",
+            withPngChunk(encoded(plain, "png"), pngChunk("iCCP", QByteArray("p\0\0?", 4)))},
+        Row{"pngWithProfileOfNothing",
+            withPngChunk(encoded(plain, "png"),
+                pngChunk("iCCP", QByteArray("p\0\0", 3) + qCompress(QByteArray(9, 'x')).mid(4)))},
+        Row{"jpegWithBrokenProfile",
+            withJpegSegment(encoded(plain, "jpeg"), 0xE2, QByteArray("ICC_PROFILE\0\1\1?", 15))},
     };
     const auto distance = [](const QColor& a, const QColor& b) {
         return std::max({std::abs(a.red() - b.red()), std::abs(a.green() - b.green()),
@@ -168,9 +106,10 @@ TEST_F(ImageDecoderTest, picturesOfManyKindsComeUprightAndDisplayable)
     };
     constexpr int tolerance = 12; // Some formats lose a little.
     for (const auto& row : rows) {
-        const auto image = decodeImageFile(fileWith(row.bytes));
+        const auto image = decodeImageFile(folder.fileWith(row.bytes));
         ASSERT_TRUE(image) << row.name << ": " << image.error().message.toStdString();
         EXPECT_EQ(image->image.size(), row.size) << row.name;
+        EXPECT_EQ(image->fileSize, row.size) << row.name;
         EXPECT_LE(image->image.depth(), 32) << row.name;
         const auto left = image->image.pixelColor(2, 8);
         const auto right = image->image.pixelColor(20, 8);
@@ -181,12 +120,74 @@ TEST_F(ImageDecoderTest, picturesOfManyKindsComeUprightAndDisplayable)
     }
 }
 
+/// A different colour in each corner.
+QImage fourCorners()
+{
+    QImage image(48, 32, QImage::Format_RGB32);
+    for (int y = 0; y < 32; ++y)
+        for (int x = 0; x < 48; ++x)
+            image.setPixelColor(x, y, QColor(x < 24 ? 250 : 5, y < 16 ? 250 : 5, 128));
+    return image;
+}
+
+TEST_F(ImageDecoderTest, theOrientationTagTurnsPictures)
+{
+    enum Corner { topLeft, topRight, bottomLeft, bottomRight };
+    struct Row {
+        quint16 orientation;
+        Corner firstPixel; ///< Where the first pixel of the file is to be seen,
+        Corner endOfFirstRow; ///< and the last of the file's first row.
+    };
+    const std::array rows{
+        Row{1, topLeft, topRight},
+        Row{2, topRight, topLeft},
+        Row{3, bottomRight, bottomLeft},
+        Row{4, bottomLeft, bottomRight},
+        Row{5, topLeft, bottomLeft},
+        Row{6, topRight, bottomRight},
+        Row{7, bottomRight, topRight},
+        Row{8, bottomLeft, topLeft},
+    };
+    const auto stored = fourCorners();
+    const auto isAt = [&stored](const QImage& image, Corner corner, const QPoint& storedPoint) {
+        const QPoint point(corner == topRight || corner == bottomRight ? image.width() - 4 : 3,
+            corner == bottomLeft || corner == bottomRight ? image.height() - 4 : 3);
+        const auto found = image.pixelColor(point);
+        const auto wanted = stored.pixelColor(storedPoint);
+        return std::abs(found.red() - wanted.red()) < 60
+            && std::abs(found.green() - wanted.green()) < 60;
+    };
+    const auto tiffTag = QByteArray::fromHex("12010300010000000100");
+    for (const auto& row : rows) {
+        const auto exif = exifOrientation(row.orientation);
+        auto tiff = encoded(stored, "tiff");
+        ASSERT_EQ(tiff.count(tiffTag), 1);
+        tiff[tiff.indexOf(tiffTag) + 8] = static_cast<char>(row.orientation);
+        const std::array files{
+            withJpegSegment(encoded(stored, "jpeg"), 0xE1, QByteArray("Exif\0\0", 6) + exif),
+            withPngChunk(encoded(stored, "png"), pngChunk("eXIf", exif)),
+            withWebpExif(encoded(stored, "webp"), stored.size(), exif),
+            tiff,
+        };
+        for (size_t i = 0; i < files.size(); ++i) {
+            const auto decoded = decodeImageFile(folder.fileWith(files[i]));
+            ASSERT_TRUE(decoded) << row.orientation << ' ' << i;
+            EXPECT_EQ(decoded->fileSize, stored.size());
+            const auto& image = decoded->image;
+            EXPECT_EQ(
+                image.size(), row.orientation > 4 ? stored.size().transposed() : stored.size());
+            EXPECT_TRUE(isAt(image, row.firstPixel, {0, 0})) << row.orientation << ' ' << i;
+            EXPECT_TRUE(isAt(image, row.endOfFirstRow, {47, 0})) << row.orientation << ' ' << i;
+        }
+    }
+}
+
 TEST_F(ImageDecoderTest, badPicturesFailWithoutTakingMemory)
 {
     const auto png = encoded(halves({400, 300}), "png");
     auto bmp = encoded(halves(), "bmp");
     bmp.replace(18, 8, QByteArray::fromHex("60ea000060ea0000"));
-    auto gif = fixture("animated.gif");
+    auto gif = pictureFile("animated.gif");
     gif.replace(6, 4, QByteArray::fromHex("ffffffff"));
     struct Row {
         const char* name;
@@ -206,37 +207,30 @@ TEST_F(ImageDecoderTest, badPicturesFailWithoutTakingMemory)
         Row{"pngCutInHeader", png.left(24)},
         Row{"pngCutInPixels", png.left(png.size() / 2)},
         Row{"jpegCutInHeader", encoded(halves(), "jpeg").left(100)},
-        Row{"gifCutShort", fixture("animated.gif").left(60)},
-        Row{"pngClaimsMuch", pngClaiming(60'000, 60'000)},
-        Row{"pngClaimsAll", pngClaiming(0x7fffffff, 0x7fffffff)},
-        Row{"pngClaimsNothing", pngClaiming(0, 16)},
-        Row{"jpegClaimsMuch", jpegClaiming(encoded(halves(), "jpeg"), QByteArray::fromHex("ffc0"))},
-        Row{"progressiveJpegClaimsMuch",
-            jpegClaiming(progressiveJpeg(), QByteArray::fromHex("ffc2"))},
+        Row{"gifCutShort", pictureFile("animated.gif").left(60)},
+        Row{"pngClaimsMuch", pngClaiming(encoded(halves(), "png"), 60'000, 60'000)},
+        Row{"pngClaimsAll", pngClaiming(encoded(halves(), "png"), 0x7fffffff, 0x7fffffff)},
+        Row{"pngClaimsNothing", pngClaiming(encoded(halves(), "png"), 0, 16)},
+        Row{"jpegClaimsMuch", jpegClaiming(encoded(halves(), "jpeg"), 60'000, 60'000)},
+        Row{"progressiveJpegClaimsMuch", jpegClaiming(progressiveJpeg(), 60'000, 60'000)},
         Row{"bmpClaimsMuch", bmp},
         Row{"gifClaimsMuch", gif},
         Row{"ppmClaimsMuch", "P6 60000 60000 255\nshort"},
         Row{"bitmapClaimsMuch", "P4 600000 600000\nshort"},
     };
-    const auto peak = [] {
-        rusage usage{};
-        getrusage(RUSAGE_SELF, &usage);
-        return usage.ru_maxrss;
-    };
-    const auto peakBefore = peak();
+    const auto peakBefore = peakMegabytes();
     for (const auto& row : rows) {
-        const auto image = decodeImageFile(fileWith(row.bytes));
+        const auto image = decodeImageFile(folder.fileWith(row.bytes));
         ASSERT_FALSE(image) << row.name;
         EXPECT_EQ(image.error().kind, row.kind) << row.name;
     }
-    constexpr long mostKilobytes = 100'000;
-    EXPECT_LT(peak() - peakBefore, mostKilobytes);
+    EXPECT_LT(peakMegabytes() - peakBefore, 100);
 }
 
 TEST_F(ImageDecoderTest, onlyFilesAndPipesAreOpened)
 {
     const auto png = encoded(halves(), "png");
-    const auto locked = fileWith(png, "locked");
+    const auto locked = folder.fileWith(png, "locked");
     chmod(locked.c_str(), 0);
     struct Row {
         const char* name;
@@ -244,15 +238,15 @@ TEST_F(ImageDecoderTest, onlyFilesAndPipesAreOpened)
         bool isReadable = false;
     };
     const std::array rows{
-        Row{"missing", pathOf("nothing here")},
+        Row{"missing", folder.pathOf("nothing here")},
         Row{"noPath", ""},
-        Row{"folder", folderPath()},
+        Row{"folder", folder.path()},
         Row{"endlessDevice", "/dev/zero"},
         Row{"emptyDevice", "/dev/null"},
         Row{"pipeThatNobodyWritesTo", pipe()},
         Row{"locked", locked, geteuid() == 0},
-        Row{"nameThatIsNoText", fileWith(png, "caf\xe9 \xff\n.png"), true},
-        Row{"wrongSuffix", fileWith(png, "picture.jpg"), true},
+        Row{"nameThatIsNoText", folder.fileWith(png, "caf\xe9 \xff\n.png"), true},
+        Row{"wrongSuffix", folder.fileWith(png, "picture.jpg"), true},
     };
     for (const auto& row : rows) {
         const auto image = decodeImageFile(row.path);
@@ -326,7 +320,7 @@ TEST_F(ImageDecoderTest, largePicturesAreScaledAndLargerOnesRefused)
         Row{"tooManyBytes", flat, {.fileBytes = flat.size() - 1}, std::nullopt},
     };
     for (const auto& row : rows) {
-        const auto image = decodeImageFile(fileWith(row.bytes), row.limits);
+        const auto image = decodeImageFile(folder.fileWith(row.bytes), row.limits);
         EXPECT_EQ(image.has_value(), row.size.has_value()) << row.name;
         if (image && row.size) {
             EXPECT_EQ(image->image.size(), *row.size) << row.name;
