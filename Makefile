@@ -3,7 +3,7 @@
 PREFIX ?= /usr/local
 JOBS ?= $(shell nproc)
 
-.PHONY: all test bench bench-reading install uninstall clean
+.PHONY: all test bench bench-reading bench-rendering install uninstall clean
 
 all:
 	@tools/setup build
@@ -17,7 +17,12 @@ bench-reading:
 	@tools/build bench
 	@build/bench/bench/reading/reading-bench
 
-bench: bench-reading
+bench-rendering:
+	@tools/setup build bench
+	@tools/build bench rendering-bench
+	@build/bench/bench/rendering/rendering-bench
+
+bench: bench-reading bench-rendering
 
 install: all
 	@DESTDIR="$(DESTDIR)" cmake --install build/release --prefix "$(PREFIX)"
