@@ -37,6 +37,7 @@ TEST(SerialQueue, takesWorkFromSeveralThreadsAtOnce)
     {
         Platform::SerialQueue queue;
         std::vector<std::jthread> callers;
+        callers.reserve(4);
         for (int caller = 0; caller < 4; ++caller)
             callers.emplace_back([&] {
                 for (int count = 0; count < 250; ++count)

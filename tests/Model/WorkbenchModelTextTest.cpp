@@ -1,0 +1,171 @@
+#include "Model/WorkbenchFixture.h"
+
+#include <QColorSpace>
+#include <QSignalSpy>
+
+using namespace Lumenote;
+
+namespace {
+
+class WorkbenchModelText : public WorkbenchFixture { };
+
+TEST_F(WorkbenchModelText, needsAnImage)
+{
+    EXPECT_EQ(WorkbenchModel::create({}, {10, 10}, {}, services), nullptr);
+}
+
+TEST_F(WorkbenchModelText, isAsLargeAsItSaysOrAsItsPixels)
+{
+    const auto text = storedText({});
+    const auto pointSize = [&](const QSizeF& size) {
+        return WorkbenchModel::create(picture(), size, text, services)->pointSize();
+    };
+    EXPECT_EQ(pointSize({350, 200}), QSizeF(350, 200));
+    EXPECT_EQ(pointSize({350, 0}), QSizeF(700, 400));
+}
+
+TEST_F(WorkbenchModelText, takesOverStoredTextWithoutReadingAgain)
+{
+    const auto model = makeModel(storedText({QStringLiteral("one two"), QStringLiteral("three")}));
+    EXPECT_FALSE(model->isRecognizing());
+    EXPECT_FALSE(model->awaitingModels());
+    EXPECT_EQ(model->displayText(), QStringLiteral("one two\nthree"));
+    EXPECT_EQ(model->visibleWordCount(), 3);
+    EXPECT_EQ(model->lines().constFirst().boundingBox, QRectF(1, 2, 30, 4));
+    EXPECT_TRUE(model->pendingTextReveal());
+    EXPECT_FALSE(makeModel(storedText({}))->pendingTextReveal());
+    EXPECT_EQ(recognizer->callCount(), 0);
+}
+
+TEST_F(WorkbenchModelText, isReadOnceItIsMade)
+{
+    recognizer->queueLines({QStringLiteral("first"), QStringLiteral("second line")});
+    const auto model = makeModel();
+    std::optional<StoredText> processed;
+    model->setOnProcessedTextChanged([&](const StoredText& text) { processed = text; });
+    EXPECT_TRUE(model->isRecognizing());
+    ASSERT_TRUE(waitUntilRead(*model));
+    EXPECT_FALSE(model->recognitionFailed());
+    EXPECT_EQ(model->visibleText(), QStringLiteral("first\nsecond line"));
+    ASSERT_TRUE(processed);
+    ASSERT_EQ(processed->lines.size(), 2);
+    const auto& box = model->lines().at(1).boundingBox;
+    EXPECT_EQ(processed->lines.at(1),
+        (StoredText::Line{
+            QStringLiteral("second line"), box.x(), box.y(), box.width(), box.height()}));
+}
+
+TEST_F(WorkbenchModelText, tellsItsHistoryOfAPageWithoutTextButNotOfAFailure)
+{
+    int told = 0;
+    const auto read = [&] {
+        const auto model = makeModel();
+        model->setOnProcessedTextChanged([&](const StoredText&) { ++told; });
+        EXPECT_TRUE(waitUntilRead(*model));
+        return model->recognitionFailed();
+    };
+    recognizer->queueError(Platform::Error::Kind::failed);
+    EXPECT_TRUE(read());
+    EXPECT_EQ(told, 0);
+    EXPECT_FALSE(read());
+    EXPECT_EQ(told, 1);
+}
+
+TEST_F(WorkbenchModelText, dropsWhatAnEarlierRecognitionFinds)
+{
+    recognizer->queueHang({QStringLiteral("stale")});
+    recognizer->queueLines({QStringLiteral("fresh")});
+    const auto model = makeModel();
+    ASSERT_TRUE(Harness::waitFor([this] { return recognizer->callCount() == 1; }));
+    const QSignalSpy changes(model.get(), &WorkbenchModel::textChanged);
+    model->startRecognition();
+    ASSERT_TRUE(waitUntilRead(*model));
+    recognizer->releaseHangs();
+    ASSERT_TRUE(Harness::waitFor([this] { return recognizer.use_count() == 2; }));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(model->displayText(), QStringLiteral("fresh"));
+    EXPECT_EQ(changes.count(), 1);
+}
+
+TEST_F(WorkbenchModelText, endsAsFailedWhenCancelled)
+{
+    recognizer->queueHang();
+    const auto model = makeModel();
+    ASSERT_TRUE(Harness::waitFor([this] { return recognizer->callCount() == 1; }));
+    model->cancelRecognition();
+    EXPECT_TRUE(model->isRecognizing());
+    EXPECT_TRUE(model->recognitionInterrupted());
+    ASSERT_TRUE(waitUntilRead(*model));
+    EXPECT_TRUE(model->recognitionFailed());
+    model->startRecognition();
+    EXPECT_FALSE(model->recognitionInterrupted());
+    ASSERT_TRUE(waitUntilRead(*model));
+    EXPECT_FALSE(model->recognitionFailed());
+}
+
+TEST_F(WorkbenchModelText, callsASlowRecognitionAWaitForModels)
+{
+    services.slowRecognition = std::chrono::milliseconds(1);
+    recognizer->queueHang();
+    const auto model = makeModel();
+    EXPECT_FALSE(model->awaitingModels());
+    EXPECT_TRUE(Harness::waitFor([&] { return model->awaitingModels(); }));
+    recognizer->releaseHangs();
+    ASSERT_TRUE(waitUntilRead(*model));
+    EXPECT_FALSE(model->awaitingModels());
+}
+
+TEST_F(WorkbenchModelText, takesItsRecognitionAlongWhenItGoes)
+{
+    std::atomic<bool> isAsked = false;
+    recognizer->queue([&](const std::stop_token& stop) -> Fakes::FakeTextRecognizer::Answer {
+        const std::stop_callback noteStop(stop, [&] { isAsked = true; });
+        while (!stop.stop_requested())
+            std::this_thread::yield();
+        return Fakes::observations({});
+    });
+    auto model = makeModel();
+    ASSERT_TRUE(Harness::waitFor([this] { return recognizer->callCount() == 1; }));
+    model.reset();
+    EXPECT_TRUE(Harness::waitFor([&] { return isAsked.load(); }));
+}
+
+TEST_F(WorkbenchModelText, filterNarrowsOnlyWhatIsCopied)
+{
+    const auto model = makeModel(storedText(
+        {QStringLiteral("Café au lait"), QStringLiteral("tea"), QStringLiteral("CAFE noir")}));
+    model->setTextQuery(QStringLiteral("cafe"));
+    EXPECT_EQ(model->visibleText(), QStringLiteral("Café au lait\nCAFE noir"));
+    EXPECT_EQ(model->visibleWordCount(), 6);
+    EXPECT_EQ(model->visibleLines().size(), 3);
+    model->setTextQuery(QStringLiteral("milk"));
+    EXPECT_EQ(model->visibleText(), QString());
+    EXPECT_FALSE(model->displayText().isEmpty());
+}
+
+TEST_F(WorkbenchModelText, thumbnailsKeepTheShapeAndNeverEnlarge)
+{
+    struct Row {
+        QSize image;
+        int longEdge;
+        QSize thumbnail;
+    };
+    for (const auto& row : {Row{{700, 400}, 64, {64, 37}}, Row{{400, 700}, 64, {37, 64}},
+             Row{{40, 30}, 64, {40, 30}}, Row{{3000, 1}, 64, {64, 1}}, Row{{1, 1}, 200, {1, 1}}})
+        EXPECT_EQ(makeModel(storedText({}), picture(row.image))->thumbnail(row.longEdge).size(),
+            row.thumbnail);
+    EXPECT_EQ(makeModel(storedText({}))->backdropImage().size(), QSize(64, 37));
+}
+
+TEST_F(WorkbenchModelText, thumbnailsOfWideGamutCapturesLookTheSame)
+{
+    QImage image(300, 300, QImage::Format_RGB32);
+    image.setColorSpace(QColorSpace::DisplayP3);
+    image.fill(qRgb(234, 51, 35)); // The red of sRGB.
+    const auto thumbnail = makeModel(storedText({}), image)->thumbnail(10);
+    const auto color = thumbnail.pixelColor(5, 5);
+    EXPECT_NEAR(color.red(), 255, 2);
+    EXPECT_NEAR(color.green(), 0, 6);
+}
+
+} // namespace
