@@ -1,7 +1,9 @@
 #include "Platform/ImageDecoder.h"
 
+#include "Platform/Heif.h"
 #include "Platform/ImageHeader.h"
 #include "Platform/ImageResolution.h"
+#include "Platform/ImageScaler.h"
 #include "Platform/ImageSource.h"
 
 #include <QColorSpace>
@@ -12,6 +14,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <exception>
 #include <new>
 #include <utility>
 
@@ -59,16 +62,6 @@ QSize boundedSize(QSize size, const ImageLimits& limits)
     const auto factor = std::sqrt(static_cast<double>(limits.pixels) / static_cast<double>(pixels));
     return {std::max(1, static_cast<int>(size.width() * factor)),
         std::max(1, static_cast<int>(size.height() * factor))};
-}
-
-/// Whether a picture of this size is, or can be scaled to be, within the limits.
-bool canBound(const QSize& size, const ImageLimits& limits)
-{
-    // Longer sides overflow the fixed-point numbers of Qt's smooth scaling, which then takes a
-    // minute for what it does in a second, if no worse.
-    constexpr int longestScalableSide = (1 << 17) - 1;
-    return boundedSize(size, limits) == size
-        || std::max(size.width(), size.height()) <= longestScalableSide;
 }
 
 /// Drawings have no pixels of their own, need fonts, and can ask for work without an end. The
@@ -123,11 +116,15 @@ Header readHeader(QIODevice& file, const QImageReader& reader)
     // Qt's decoder of films would count their pictures to tell the size.
     if (header.kind == FileKind::gif)
         header.size = gifSize(source);
+    const auto insideSize = icoPngSize(source);
     file.seek(place);
     if (header.kind != FileKind::gif) {
         header.size = reader.size();
         header.bits = decodedBits(reader);
     }
+    // What an icon's directory tells of a PNG file inside need not be true.
+    if (insideSize.isValid())
+        header.size = insideSize;
     header.transformations = reader.supportsOption(QImageIOHandler::ImageTransformation)
         ? reader.transformation()
         : fromExif(orientation);
@@ -147,8 +144,7 @@ qint64 decodedBytes(const Header& header, const ImageLimits& limits)
 {
     constexpr int jpegSteps = 8; // The decoder scales by eighths, and the rest is done behind it.
     constexpr int coefficientBits = 48; // Kept of all pixels where several scans tell them.
-    // Scaling takes at least what the usual depth does, also for pictures that are flatter.
-    auto bits = std::max(usualBits, header.bits);
+    auto bits = header.bits > 0 ? header.bits : usualBits;
     auto size = header.size;
     if (scalesWhileDecoding(header)) {
         const auto bounded = boundedSize(size, limits);
@@ -162,20 +158,25 @@ qint64 decodedBytes(const Header& header, const ImageLimits& limits)
 bool isWithin(const Header& header, const ImageLimits& limits)
 {
     return pixelCount(header.size) <= limits.filePixels
-        && decodedBytes(header, limits) <= limits.decodedBytes && canBound(header.size, limits);
+        && decodedBytes(header, limits) <= limits.decodedBytes;
 }
 
-/// Qt's own guard, one for the whole process, which also holds where a header tells nothing.
+/// Qt's own guard, one for the whole process, for files that hold more than their header tells. It
+/// takes every pixel for one of the usual depth.
 void allowAllocations(const ImageLimits& limits)
 {
-    const auto megabytes = static_cast<int>(limits.decodedBytes >> 20);
+    const auto bytes = std::max(limits.decodedBytes, limits.filePixels * usualBits / 8);
+    const auto megabytes = static_cast<int>(bytes >> 20);
     if (QImageReader::allocationLimit() != megabytes)
         QImageReader::setAllocationLimit(megabytes);
 }
 
-/// Nobody here looks at more than 8 bits a channel, and scaling is the dearer the deeper.
-QImage shallow(QImage image)
+/// Within the limits and with at most 8 bits a channel: nobody here looks at more.
+QImage bounded(QImage image, const ImageLimits& limits)
 {
+    const auto size = boundedSize(image.size(), limits);
+    if (size != image.size())
+        return scaledDown(image, size);
     if (image.depth() > usualBits)
         image.convertTo(image.hasAlphaChannel() ? QImage::Format_ARGB32 : QImage::Format_RGB32);
     else if (image.format() == QImage::Format_Grayscale16)
@@ -196,20 +197,9 @@ QImage upright(const QImage& image, QImageIOHandler::Transformations transformat
     return turned;
 }
 
-QImage bounded(const QImage& image, const ImageLimits& limits)
+/// With Qt's decoders.
+Result<DecodedImage> decodeUsual(QIODevice& file, const ImageLimits& limits)
 {
-    const auto size = boundedSize(image.size(), limits);
-    return size == image.size()
-        ? image
-        : image.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-}
-
-Result<DecodedImage> decode(const std::filesystem::path& path, const ImageLimits& limits)
-{
-    const auto source = openImageSource(path, limits);
-    if (!source)
-        return tl::make_unexpected(source.error());
-    auto& file = **source;
     allowAllocations(limits);
     const auto dotsPerInch = imageDotsPerInch(file);
     QImageReader reader(&file);
@@ -221,23 +211,40 @@ Result<DecodedImage> decode(const std::filesystem::path& path, const ImageLimits
     const auto size = boundedSize(header.size, limits);
     if (size != header.size && scalesWhileDecoding(header))
         reader.setScaledSize(size);
-    const auto image = shallow(reader.read());
+    const auto image = reader.read();
     if (image.isNull())
         return undecodable(reader.errorString());
-    if (!canBound(image.size(), limits)) // Where the header didn't tell.
-        return tooManyPixels();
     return DecodedImage{.image = upright(bounded(image, limits), header.transformations),
         .fileSize = header.size,
         .dotsPerInch = dotsPerInch};
+}
+
+Result<DecodedImage> decode(const std::filesystem::path& path, const ImageLimits& limits)
+{
+    const auto source = openImageSource(path, limits);
+    if (!source)
+        return tl::make_unexpected(source.error());
+    auto& file = **source;
+    if (!isHeif(file))
+        return decodeUsual(file, limits);
+    auto decoded = decodeHeif(file, limits);
+    if (decoded)
+        decoded->image = bounded(decoded->image, limits);
+    return decoded;
 }
 
 } // namespace
 
 Result<DecodedImage> decodeImageFile(const std::filesystem::path& path, const ImageLimits& limits)
 try {
-    return decode(path, limits);
+    auto decoded = decode(path, limits);
+    if (decoded && decoded->image.isNull())
+        return undecodable(QStringLiteral("out of memory"));
+    return decoded;
 } catch (const std::bad_alloc&) {
     return undecodable(QStringLiteral("out of memory"));
+} catch (const std::exception& exception) { // Of a decoder that is C++ inside.
+    return undecodable(QString::fromUtf8(exception.what()));
 }
 
 } // namespace Platform

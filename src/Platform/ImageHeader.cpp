@@ -84,6 +84,8 @@ FileKind fileKind(const ByteSource& source)
         return FileKind::tiff;
     if (head.startsWith("BM"))
         return FileKind::bmp;
+    if (head == QByteArrayView("\0\0\1\0", 4) || head == QByteArrayView("\0\0\2\0", 4))
+        return FileKind::ico;
     if (head == "RIFF" && source.bytes(8, 4) == "WEBP")
         return FileKind::webp;
     return FileKind::other;
@@ -130,6 +132,18 @@ QSize gifSize(const ByteSource& source)
 {
     return {
         source.littleEndian<quint16>(6).value_or(0), source.littleEndian<quint16>(8).value_or(0)};
+}
+
+QSize icoPngSize(const ByteSource& source)
+{
+    constexpr int firstIconPlace = 18;
+    if (fileKind(source) != FileKind::ico)
+        return {};
+    const auto png = source.from(source.littleEndian<quint32>(firstIconPlace).value_or(0));
+    if (fileKind(png) != FileKind::png)
+        return {};
+    return {static_cast<int>(png.bigEndian<quint32>(16).value_or(0) & 0x7fffffff),
+        static_cast<int>(png.bigEndian<quint32>(20).value_or(0) & 0x7fffffff)};
 }
 
 bool comesRowByRow(const ByteSource& source)

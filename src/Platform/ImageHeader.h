@@ -8,7 +8,7 @@
 namespace Platform {
 
 /// The formats whose files are looked into beside their decoder.
-enum class FileKind { other, png, jpeg, gif, tiff, bmp, webp };
+enum class FileKind { other, png, jpeg, gif, tiff, bmp, webp, ico };
 
 /// By the first bytes.
 FileKind fileKind(const ByteSource& source);
@@ -24,6 +24,9 @@ ExifTags exifTags(const ByteSource& source);
 
 /// The size of the canvas of a GIF file.
 QSize gifSize(const ByteSource& source);
+
+/// The size of the PNG file that is the first icon of an icon file; invalid where there is none.
+QSize icoPngSize(const ByteSource& source);
 
 /// Whether a PNG or JPEG file holds its rows one after the other, so that a decoder needs a few of
 /// them at a time only: PNG without interlacing, JPEG with a single scan.

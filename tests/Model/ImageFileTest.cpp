@@ -149,7 +149,8 @@ TEST(ImageFileTest, hugePicturesAreScaledWhileTheyAreDecoded)
     const auto jpeg = jpegClaiming(encoded(blank(16, 16), "jpeg"), 20'000, 20'000);
     const Folder folder;
     const auto peakBefore = peakMegabytes();
-    for (const auto& bytes : {png, jpeg}) {
+    const auto bits = blackPng(20'000, 20'000, PngColour::grayBits);
+    for (const auto& bytes : {png, jpeg, bits}) {
         const auto loaded = ImageFile::load(folder.fileWith(bytes));
         ASSERT_TRUE(loaded);
         EXPECT_EQ(loaded->image.size(), QSize(8192, 8192));

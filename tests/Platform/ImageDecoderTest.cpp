@@ -15,6 +15,7 @@
 #include <unistd.h>
 
 using namespace Harness;
+using Platform::DecodedImage;
 using Platform::decodeImageFile;
 using Platform::Error;
 using Platform::ImageLimits;
@@ -67,8 +68,9 @@ TEST_F(ImageDecoderTest, picturesOfManyKindsComeUprightAndDisplayable)
         QByteArray bytes;
         QColor left{200, 30, 30};
         QColor right{Qt::white};
-        QSize size{24, 16};
+        QSize fileSize{24, 16};
     };
+    const QSize size(24, 16);
     const QColor gray(104, 104, 104);
     const std::array rows{
         Row{"png", encoded(halves(), "png")},
@@ -92,6 +94,12 @@ TEST_F(ImageDecoderTest, picturesOfManyKindsComeUprightAndDisplayable)
         Row{"webp", encoded(halves(), "webp")},
         Row{"ico", encoded(halves(), "ico")},
         Row{"xpm", encoded(halves(), "xpm")},
+        Row{"heic", pictureFile("photo.heic")},
+        Row{"heicDeep", pictureFile("deep.heic")},
+        Row{"heicTurned", pictureFile("lying.heic"), {200, 30, 30}, Qt::white, {16, 24}},
+        Row{"avif", pictureFile("photo.avif")},
+        Row{"avifTransparent", pictureFile("transparent.avif"), {200, 30, 30}, Qt::transparent},
+        Row{"avifWithCodedColours", pictureFile("coded-colours.avif")},
         Row{"pngWithBrokenProfile",
             withPngChunk(encoded(plain, "png"), pngChunk("iCCP", QByteArray("p\0\0?", 4)))},
         Row{"pngWithProfileOfNothing",
@@ -108,8 +116,8 @@ TEST_F(ImageDecoderTest, picturesOfManyKindsComeUprightAndDisplayable)
     for (const auto& row : rows) {
         const auto image = decodeImageFile(folder.fileWith(row.bytes));
         ASSERT_TRUE(image) << row.name << ": " << image.error().message.toStdString();
-        EXPECT_EQ(image->image.size(), row.size) << row.name;
-        EXPECT_EQ(image->fileSize, row.size) << row.name;
+        EXPECT_EQ(image->image.size(), size) << row.name;
+        EXPECT_EQ(image->fileSize, row.fileSize) << row.name;
         EXPECT_LE(image->image.depth(), 32) << row.name;
         const auto left = image->image.pixelColor(2, 8);
         const auto right = image->image.pixelColor(20, 8);
@@ -215,6 +223,9 @@ TEST_F(ImageDecoderTest, badPicturesFailWithoutTakingMemory)
         Row{"progressiveJpegClaimsMuch", jpegClaiming(progressiveJpeg(), 60'000, 60'000)},
         Row{"bmpClaimsMuch", bmp},
         Row{"gifClaimsMuch", gif},
+        Row{"iconHoldsABomb",
+            QByteArray::fromHex("000001000100181000000100200000002000 16000000")
+                + blackPng(30'000, 30'000, PngColour::rgb)},
         Row{"ppmClaimsMuch", "P6 60000 60000 255\nshort"},
         Row{"bitmapClaimsMuch", "P4 600000 600000\nshort"},
     };
@@ -288,6 +299,19 @@ TEST_F(ImageDecoderTest, aPipeThatIsSilentOrEndlessIsLeft)
     close(descriptor);
 }
 
+TEST_F(ImageDecoderTest, heicAndAvifTellColoursAndResolution)
+{
+    const auto decoded = [this](const char* name) {
+        return decodeImageFile(folder.fileWith(pictureFile(name))).value_or(DecodedImage{});
+    };
+    const QColorSpace wide(QColorSpace::DisplayP3);
+    EXPECT_EQ(decoded("photo.heic").image.colorSpace(), wide);
+    EXPECT_EQ(decoded("photo.avif").image.colorSpace(), wide);
+    EXPECT_EQ(decoded("coded-colours.avif").image.colorSpace(), wide);
+    EXPECT_EQ(decoded("photo.heic").dotsPerInch, std::nullopt);
+    EXPECT_EQ(decoded("lying.heic").dotsPerInch, 144);
+}
+
 TEST_F(ImageDecoderTest, largePicturesAreScaledAndLargerOnesRefused)
 {
     const auto flat = encoded(halves({400, 100}), "png");
@@ -299,12 +323,14 @@ TEST_F(ImageDecoderTest, largePicturesAreScaledAndLargerOnesRefused)
         std::optional<QSize> size;
     };
     const std::array rows{
+        Row{"heic", pictureFile("photo.heic"), {.longEdge = 12}, QSize(12, 8)},
+        Row{"heicTooLarge", pictureFile("photo.heic"), {.decodedBytes = 3000}, std::nullopt},
         Row{"atTheLimit", flat, {.pixels = 40'000}, QSize(400, 100)},
         Row{"aboveIt", flat, {.pixels = 10'000}, QSize(200, 50)},
         Row{"deepAboveIt", deep, {.pixels = 10'000}, QSize(200, 50)},
         Row{"narrow", encoded(halves({2, 4000}), "png"), {.pixels = 2000}, QSize(1, 2000)},
-        Row{"tooLongToScale", encoded(halves({2, 140'000}), "tiff"), {.pixels = 100'000},
-            std::nullopt},
+        Row{"veryLong", encoded(halves({2, 140'000}), "tiff"), {.pixels = 70'000},
+            QSize(1, 70'000)},
         Row{"longButFits", encoded(halves({2, 140'000}), "png"), {}, QSize(2, 140'000)},
         Row{"atTheLongEdge", flat, {.longEdge = 400}, QSize(400, 100)},
         Row{"beyondTheLongEdge", flat, {.longEdge = 399}, QSize(399, 100)},
