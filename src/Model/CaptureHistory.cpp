@@ -2,6 +2,7 @@
 
 #include "Log.h"
 #include "Model/ImageFile.h"
+#include "Model/PointSize.h"
 #include "Platform/ImageDecoder.h"
 #include "Platform/Tasks.h"
 
@@ -301,8 +302,8 @@ Platform::Result<CaptureHistory::Restored> CaptureHistory::restore(
         if (const auto loaded = ImageFile::load(*entry.sourceURL))
             return Restored{loaded->image, loaded->pointSize, {}};
         return Platform::decodeImageFile(*entry.sourceURL).map([](const auto& decoded) {
-            return Restored{decoded.image,
-                CaptureStore::pointSize(decoded.image.size(), decoded.dotsPerInch), {}};
+            return Restored{
+                decoded.image, pointSize(decoded.image.size(), decoded.dotsPerInch), {}};
         });
     }
     if (entry.isStored && entry.fileURL)

@@ -43,7 +43,8 @@ Platform::Result<Survey> survey(const fs::path& file)
     return Survey{.pixelSize = picture->image.size(),
         .dotsPerInch = picture->dotsPerInch,
         .thumbnail = picture->image.scaled(
-            thumbnailLongEdge, thumbnailLongEdge, Qt::KeepAspectRatio, Qt::SmoothTransformation)};
+            picture->image.size().boundedTo(QSize(thumbnailLongEdge, thumbnailLongEdge)),
+            Qt::KeepAspectRatio, Qt::SmoothTransformation)};
 }
 
 /// Calls @p work for each number below @p count, on this thread and one more.
@@ -83,11 +84,6 @@ fs::path CaptureStore::applicationSupport(
 {
     const bool isInstalled = bundle && !bundle->identifier.isEmpty();
     return files.userDataFolder() / (isInstalled ? "Lumenote" : "Lumenote (dev)") / "Captures";
-}
-
-QSizeF CaptureStore::pointSize(QSizeF pixels, std::optional<double> dotsPerInch)
-{
-    return Lumenote::pointSize(pixels, dotsPerInch);
 }
 
 fs::path CaptureStore::fileFor(const CaptureIdentity& identity) const

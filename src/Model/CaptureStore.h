@@ -51,9 +51,6 @@ public:
     static std::filesystem::path applicationSupport(
         Platform::FileSystem& files, const std::optional<Platform::Bundle>& bundle);
 
-    /// The size in points of an image with as many pixels; 72 dots per inch are one pixel a point.
-    static QSizeF pointSize(QSizeF pixels, std::optional<double> dotsPerInch);
-
     const std::filesystem::path& directory() const { return m_directory; }
 
     /// Where the PNG of such a capture belongs.
