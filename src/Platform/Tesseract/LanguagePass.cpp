@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <span>
+#include <utility>
 
 namespace Platform {
 
@@ -10,86 +11,132 @@ namespace {
 /// A word read with less confidence than this may be of another language.
 constexpr double doubtfulWord = 90;
 constexpr double doubtfulKnownWord = 65;
-constexpr std::size_t shortestWord = 4;
+constexpr std::ptrdiff_t shortestWord = 4;
 /// A line read with less than this may be of another script altogether.
 constexpr double doubtfulLine = 60;
+/// A line of fewer is no sample, but may be an icon.
+constexpr int fewestLetters = 4;
+constexpr std::size_t fewestComponents = 3;
+/// In a page of one language a dictionary lacks fewer words than one in so many; a few names may
+/// be more by chance.
+constexpr int unknownShare = 8;
+constexpr int chanceOfNames = 5;
+/// A line of so many unknown words, most of its words, is of another language, whatever the page.
+constexpr int foreignLine = 3;
 /// How many lines tell a language, and how much surer it has to be on one of them.
 constexpr std::size_t sampleSize = 4;
 constexpr double sureGain = 3;
-/// A line of fewer is no sample, but may be an icon.
-constexpr int fewestLetters = 4;
-constexpr int fewestComponents = 3;
 /// How much surer than the main language another one has to be to have its reading taken.
 constexpr double leastGain = 1.5;
 /// Each language costs the start of an engine and a sample; of more than this nobody waits for all.
-constexpr std::size_t mostLanguagesTried = 10;
+constexpr qsizetype mostLanguagesTried = 10;
 
-/// What a reading says of its language.
-struct Doubts {
-    bool hasDoubtfulWord = false;
+/// What the readings say of their language.
+struct Evidence {
     int letters = 0;
+    int words = 0; ///< Long ones of letters alone: names of files and of variables tell nothing.
+    int unknownWords = 0; ///< Of these, the ones that the language's dictionary lacks.
+    int doubtfulWords = 0; ///< Those that another language may read better.
+    bool isIllegible = false; ///< Letters of another script, or no text.
+
+    bool isDoubtful() const { return doubtfulWords > 0 || isIllegible; }
 };
 
-/// Whether the word in @p symbols may be of another language: letters alone, but for punctuation
-/// at its end, unknown and read with little confidence.
-bool isDoubtful(std::span<const ReadSymbol> word)
-{
-    while (!word.empty() && word.back().text.front().isPunct())
-        word = word.first(word.size() - 1);
-    if (word.size() < shortestWord
-        || !std::all_of(word.begin(), word.end(),
-            [](const ReadSymbol& symbol) { return symbol.text.front().isLetter(); }))
-        return false;
-    const ReadSymbol& first = word.front();
-    return first.confidence < (first.isOfKnownWord ? doubtfulKnownWord : doubtfulWord);
-}
+using Word = std::span<const ReadSymbol>;
 
-Doubts doubtsOf(const LineReading& reading)
+/// Whether @p word is one of a natural language: long enough, of letters alone but for punctuation
+/// at its end, with no capital inside. A "B" may have been "ß".
+bool isNaturalWord(Word word)
 {
-    const std::vector<ReadSymbol>& symbols = reading.symbols;
-    Doubts doubts;
-    std::size_t start = 0;
-    for (std::size_t next = 1; next <= symbols.size(); ++next) {
-        doubts.letters += symbols[next - 1].text.front().isLetter();
-        if (next < symbols.size() && !symbols[next].startsWord)
-            continue;
-        doubts.hasDoubtfulWord |= isDoubtful(std::span(symbols).subspan(start, next - start));
-        start = next;
-    }
-    const bool isMostlyLetters =
-        doubts.letters >= fewestLetters && doubts.letters * 10 >= int(symbols.size()) * 6;
-    doubts.hasDoubtfulWord |= isMostlyLetters && reading.confidence < doubtfulLine;
-    return doubts;
-}
-
-/// The lines with doubtful words, the longest first.
-std::vector<int> doubtfulLines(const PageLayout& page, const std::vector<LineReading>& readings)
-{
-    const auto lettersOf = [&](int line) {
-        return int(page.lines[std::size_t(line)].line.components.size());
+    const auto end = std::find_if_not(word.rbegin(), word.rend(), [](const ReadSymbol& symbol) {
+        return symbol.text.front().isPunct();
+    }).base();
+    const auto isCapital = [](const ReadSymbol& symbol) {
+        return symbol.text.front().isUpper() && symbol.text.front() != u'B';
     };
+    const bool isInCapitals = word.size() > 1 && isCapital(word[1]);
+    return end - word.begin() >= shortestWord
+        && std::all_of(word.begin(), end,
+            [](const ReadSymbol& symbol) { return symbol.text.front().isLetter(); })
+        && std::all_of(word.begin() + 1, end, [&](const ReadSymbol& symbol) {
+               return isCapital(symbol) == isInCapitals || symbol.text.front() == u'B';
+           });
+}
+
+Evidence evidenceOf(const LineReading& reading)
+{
+    Evidence evidence;
+    for (const Word word : wordsOf(std::span(reading.symbols))) {
+        if (!isNaturalWord(word))
+            continue;
+        const bool isKnown = word.front().isOfKnownWord;
+        ++evidence.words;
+        evidence.unknownWords += isKnown ? 0 : 1;
+        evidence.doubtfulWords +=
+            word.front().confidence < (isKnown ? doubtfulKnownWord : doubtfulWord) ? 1 : 0;
+    }
+    evidence.letters = int(std::count_if(reading.symbols.begin(), reading.symbols.end(),
+        [](const ReadSymbol& symbol) { return symbol.text.front().isLetter(); }));
+    evidence.isIllegible = reading.confidence < doubtfulLine && evidence.letters >= fewestLetters
+        && evidence.letters * 10 >= int(reading.symbols.size()) * 6;
+    return evidence;
+}
+
+std::vector<Evidence> evidenceOf(const std::vector<LineReading>& readings)
+{
+    std::vector<Evidence> evidence;
+    evidence.reserve(readings.size());
+    for (const LineReading& reading : readings)
+        evidence.push_back(evidenceOf(reading));
+    return evidence;
+}
+
+/// Whether some of the page is written in none of the languages it was read in. Nothing else costs
+/// so little to know: one more engine with a few lines takes as long as a small picture.
+bool hasForeignWords(const std::vector<Evidence>& lines)
+{
+    int words = 0;
+    int unknownWords = 0;
+    int legible = 0;
+    int illegible = 0;
+    for (const Evidence& line : lines) {
+        if (line.unknownWords >= foreignLine && line.unknownWords * 2 > line.words)
+            return true;
+        words += line.words;
+        unknownWords += line.unknownWords;
+        illegible += line.isIllegible ? 1 : 0;
+        legible += !line.isIllegible && line.letters >= fewestLetters ? 1 : 0;
+    }
+    return unknownWords * unknownShare >= words + chanceOfNames || illegible > legible;
+}
+
+/// The lines that another language may read better, those with the most to tell first.
+std::vector<int> doubtfulLines(const PageLayout& page, const std::vector<Evidence>& evidence)
+{
     std::vector<int> lines;
-    for (int line = 0; line < int(readings.size()); ++line)
-        if (lettersOf(line) >= fewestComponents
-            && doubtsOf(readings[std::size_t(line)]).hasDoubtfulWord)
-            lines.push_back(line);
+    for (std::size_t line = 0; line < evidence.size(); ++line)
+        if (evidence[line].isDoubtful()
+            && page.lines[line].line.components.size() >= fewestComponents)
+            lines.push_back(int(line));
+    const auto weightOf = [&](int line) {
+        return std::pair(evidence[std::size_t(line)].doubtfulWords,
+            page.lines[std::size_t(line)].line.components.size());
+    };
     std::stable_sort(
-        lines.begin(), lines.end(), [&](int a, int b) { return lettersOf(a) > lettersOf(b); });
+        lines.begin(), lines.end(), [&](int a, int b) { return weightOf(a) > weightOf(b); });
     return lines;
 }
 
 /// The lines that a further language may read better. Where much is doubtful that is every line
 /// with words, since "fur" for "für" raises no doubt.
 std::vector<int> linesToReadAgain(
-    const std::vector<int>& doubtful, const std::vector<LineReading>& readings)
+    const std::vector<int>& doubtful, const std::vector<Evidence>& evidence)
 {
     constexpr std::size_t manyDoubtful = 6; // One line in so many.
     std::vector<int> lines;
-    for (std::size_t line = 0; line < readings.size(); ++line) {
-        const Doubts doubts = doubtsOf(readings[line]);
-        if (doubts.letters >= 2 || doubts.hasDoubtfulWord)
+    for (std::size_t line = 0; line < evidence.size(); ++line)
+        if (evidence[line].letters >= 2 || evidence[line].isDoubtful())
             lines.push_back(int(line));
-    }
     return doubtful.size() * manyDoubtful >= lines.size() ? lines : doubtful;
 }
 
@@ -126,13 +173,14 @@ Result<std::vector<LineReading>> readInBestLanguages(const PageLayout& page, Lin
     const QString main = languages.contains(english) ? english : languages.front();
     QStringList others = languages;
     others.removeAll(main);
-    others = others.mid(0, qsizetype(mostLanguagesTried));
+    others = others.mid(0, mostLanguagesTried);
 
     Result<std::vector<LineReading>> readings = reader.readPage(main, stop);
-    if (!readings || others.isEmpty())
+    if (!readings)
         return readings;
-    const std::vector<int> doubtful = doubtfulLines(page, *readings);
-    if (doubtful.empty())
+    const std::vector<Evidence> evidence = evidenceOf(*readings);
+    const std::vector<int> doubtful = doubtfulLines(page, evidence);
+    if (doubtful.empty() || !hasForeignWords(evidence))
         return readings;
     const std::vector<int> sample(
         doubtful.begin(), doubtful.begin() + std::ptrdiff_t(std::min(sampleSize, doubtful.size())));
@@ -145,7 +193,7 @@ Result<std::vector<LineReading>> readInBestLanguages(const PageLayout& page, Lin
         keepSurer(sample, std::move(*tried), *readings);
         if (!isLanguageOfPage)
             continue;
-        const std::vector<int> lines = linesToReadAgain(doubtful, inMain);
+        const std::vector<int> lines = linesToReadAgain(doubtful, evidence);
         if (auto more = reader.read(lines, language, stop))
             keepSurer(lines, std::move(*more), *readings);
     }

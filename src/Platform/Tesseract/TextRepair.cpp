@@ -23,19 +23,6 @@ bool isHexDigit(QChar character)
     return QStringLiteral("0123456789abcdefABCDEF").contains(character);
 }
 
-std::vector<Word> wordsOf(std::vector<ReadSymbol>& symbols)
-{
-    std::vector<Word> words;
-    std::size_t start = 0;
-    for (std::size_t next = 1; next <= symbols.size(); ++next) {
-        if (next < symbols.size() && !symbols[next].startsWord)
-            continue;
-        words.push_back(Word(symbols).subspan(start, next - start));
-        start = next;
-    }
-    return words;
-}
-
 QString textOfWord(Word word)
 {
     QString text;
@@ -179,7 +166,7 @@ void repair(std::vector<ReadSymbol>& symbols)
 {
     repairZeros(symbols);
     repairBraces(symbols);
-    const std::vector<Word> words = wordsOf(symbols);
+    const std::vector<Word> words = wordsOf(Word(symbols));
     repairBars(words);
     for (const Word word : words) {
         repairHexNumbers(word);

@@ -2,6 +2,7 @@
 
 #include <QString>
 
+#include <span>
 #include <vector>
 
 namespace Platform {
@@ -14,6 +15,21 @@ struct ReadSymbol {
     double confidence = 0; ///< Of its word, 0 to 100.
     bool isOfKnownWord = false; ///< Its word stands in the language's dictionary.
 };
+
+/// The words of @p symbols, which may be constant.
+template <typename Symbol>
+std::vector<std::span<Symbol>> wordsOf(std::span<Symbol> symbols)
+{
+    std::vector<std::span<Symbol>> words;
+    std::size_t start = 0;
+    for (std::size_t next = 1; next <= symbols.size(); ++next) {
+        if (next < symbols.size() && !symbols[next].startsWord)
+            continue;
+        words.push_back(symbols.subspan(start, next - start));
+        start = next;
+    }
+    return words;
+}
 
 /// A stretch of a line without ink, in pixels of the line.
 struct InkGap {
