@@ -3,21 +3,37 @@
 #include <QBuffer>
 #include <QColorSpace>
 #include <QImageReader>
+#include <QPainter>
 #include <QtEndian>
 
 #include <array>
 #include <gtest/gtest.h>
 #include <limits>
 #include <random>
+#include <sys/resource.h>
 
 using Platform::encodePng;
 
 namespace {
 
 enum class Opacity { opaque, mixed };
-enum class Content { flat, noise };
+enum class Content { flat, smooth, noise };
 
-/// Flat surfaces with lines, or pixels of any colour; the same for the same seed.
+QRgb nextPixel(Content content, QRgb last, int x, int y, std::mt19937& random)
+{
+    switch (content) {
+    case Content::flat:
+        return random() % 16 == 0 ? static_cast<QRgb>(random()) : last;
+    case Content::smooth:
+        return qRgba(x / 3 % 256, y / 2 % 256, (x + y) / 5 % 256 ^ static_cast<int>(random() % 2),
+            200 + x % 50);
+    case Content::noise:
+        break;
+    }
+    return static_cast<QRgb>(random());
+}
+
+/// What the encoder treats in different ways; the same for the same seed.
 QImage drawn(const QSize& size, Content content, Opacity opacity, quint32 seed = 1)
 {
     std::mt19937 random(seed);
@@ -25,8 +41,7 @@ QImage drawn(const QSize& size, Content content, Opacity opacity, quint32 seed =
     QRgb colour = 0;
     for (int y = 0; y < size.height(); ++y)
         for (int x = 0; x < size.width(); ++x) {
-            if (content == Content::noise || random() % 16 == 0)
-                colour = static_cast<QRgb>(random());
+            colour = nextPixel(content, colour, x, y, random);
             image.setPixel(x, y, opacity == Opacity::opaque ? colour | 0xff000000U : colour);
         }
     return image;
@@ -108,13 +123,13 @@ TEST(PngEncoderTest, opaquePixelsTakeNoAlphaChannel)
 
 TEST(PngEncoderTest, everySizeComesBackPixelByPixel)
 {
-    std::vector<QSize> sizes{{1, 1}, {3000, 1}, {1, 3000}, {2, 2}, {3, 5}, {1921, 1081}};
+    std::vector<QSize> sizes{{1, 1}, {3000, 1}, {1, 3000}, {2, 2}, {3, 5}, {1921, 181}};
     std::mt19937 random(7);
     while (sizes.size() < 60)
         sizes.emplace_back(1 + random() % 90, 1 + random() % 40);
     quint32 seed = 0;
     for (const auto& size : sizes)
-        for (const auto content : {Content::flat, Content::noise})
+        for (const auto content : {Content::flat, Content::smooth, Content::noise})
             for (const auto opacity : {Opacity::opaque, Opacity::mixed}) {
                 const auto image = drawn(size, content, opacity, ++seed);
                 const auto png = encodePng(image, 72);
@@ -122,6 +137,20 @@ TEST(PngEncoderTest, everySizeComesBackPixelByPixel)
                 ASSERT_EQ(difference(image, decoded(*png)), "")
                     << size.width() << 'x' << size.height() << ", seed " << seed;
             }
+}
+
+TEST(PngEncoderTest, aPictureOfManyKindsComesBackPixelByPixel)
+{
+    QImage image(900, 700, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    quint32 seed = 0;
+    for (const auto content : {Content::smooth, Content::flat, Content::noise, Content::smooth}) {
+        const auto part = drawn({800, 130}, content, Opacity::opaque, ++seed);
+        painter.drawImage(QPoint(40, static_cast<int>(seed) * 140), part);
+    }
+    painter.end();
+    EXPECT_EQ(difference(image, decoded(*encodePng(image, 72))), "");
 }
 
 TEST(PngEncoderTest, aPartOfAnotherImagesMemoryIsEnough)
@@ -182,5 +211,25 @@ TEST(PngEncoderTest, noImageIsAFailure)
     ASSERT_FALSE(png);
     EXPECT_EQ(png.error().kind, Platform::Error::Kind::failed);
 }
+
+#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+// The sanitizers end a program that gets no memory, and need more of it than the limit lets them.
+TEST(PngEncoderTest, noMemoryIsAFailure)
+{
+    rlimit before{};
+    getrlimit(RLIMIT_AS, &before);
+    for (const auto content : {Content::smooth, Content::noise}) {
+        // More than the C library would keep back for later.
+        const auto image = drawn({4000, 3000}, content, Opacity::mixed);
+        auto limited = before;
+        limited.rlim_cur = 1; // What is there already stays.
+        setrlimit(RLIMIT_AS, &limited);
+        const auto png = encodePng(image, 72);
+        setrlimit(RLIMIT_AS, &before);
+        ASSERT_FALSE(png);
+        EXPECT_EQ(png.error().kind, Platform::Error::Kind::failed);
+    }
+}
+#endif
 
 } // namespace
