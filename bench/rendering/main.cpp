@@ -1,14 +1,13 @@
 // What it costs to export a marked-up capture, and to edit its marks.
 
 #include "../reading/Scenes.h"
-#include "Model/Annotation.h"
+#include "Model/AnnotationEdits.h"
 #include "Platform/PngEncoder.h"
 #include "Rendering/LumenoteRenderer.h"
 
 #include <QColorSpace>
 #include <QGuiApplication>
 
-#include <algorithm>
 #include <benchmark/benchmark.h>
 #include <cmath>
 #include <ctime>
@@ -82,7 +81,7 @@ double processorSecondsOf(const Work& work)
 
 QImage rendered(const QImage& capture, const QList<Annotation>& marks)
 {
-    return LumenoteRenderer::render(capture, capture.size(), marks).value();
+    return LumenoteRenderer::render(capture, capture.size(), marks);
 }
 
 void encode(const QImage& image)
@@ -115,20 +114,34 @@ void exportAgainstBareEncode(benchmark::State& state, const QImage& (*picture)()
     state.counters["ratio"] = exported / bare;
 }
 
-/// What a step of a drag does with the values: look up, replace, while a snapshot is kept.
+AnnotationEdits editsOf(const QList<Annotation>& marks)
+{
+    AnnotationEdits edits;
+    for (const auto& mark : marks)
+        edits.add(mark);
+    return edits;
+}
+
+/// With a view that holds what it was last shown, so that every step copies the list.
 void dragStepAmong1000(benchmark::State& state)
 {
-    const auto baseline = annotations(1000);
-    const auto& grabbed = baseline.last();
+    const auto marks = annotations(1000);
+    auto edits = editsOf(marks);
+    edits.beginGesture();
     QPointF offset;
     for ([[maybe_unused]] auto _ : state) {
-        auto marks = baseline;
+        const auto shown = edits.annotations();
         offset += QPointF(1, 1);
-        const auto moved = grabbed.moved(offset);
-        const auto same = std::find_if(marks.begin(), marks.end(),
-            [&](const Annotation& each) { return each.id == moved.id; });
-        *same = moved;
-        benchmark::DoNotOptimize(marks);
+        benchmark::DoNotOptimize(edits.update(marks.last().moved(offset)));
+    }
+}
+
+void undoAndRedoAmong1000(benchmark::State& state)
+{
+    auto edits = editsOf(annotations(1000));
+    for ([[maybe_unused]] auto _ : state) {
+        benchmark::DoNotOptimize(edits.undo());
+        benchmark::DoNotOptimize(edits.redo());
     }
 }
 
@@ -148,6 +161,7 @@ BENCHMARK_CAPTURE(exportAgainstBareEncode, document, document)
     ->Unit(benchmark::kMillisecond)
     ->Iterations(40);
 BENCHMARK(dragStepAmong1000)->Unit(benchmark::kMicrosecond);
+BENCHMARK(undoAndRedoAmong1000)->Unit(benchmark::kMicrosecond);
 BENCHMARK(topmostHitAmong1000)->Unit(benchmark::kMicrosecond);
 
 } // namespace

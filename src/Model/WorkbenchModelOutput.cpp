@@ -25,8 +25,7 @@ constexpr int dragThumbnailLongEdge = 160;
 QImage WorkbenchModel::renderFinalImage()
 {
     if (m_renderCache.isNull())
-        m_renderCache =
-            LumenoteRenderer::render(m_image, pixelSize(), annotations()).value_or(QImage());
+        m_renderCache = LumenoteRenderer::render(m_image, pixelSize(), annotations());
     return m_renderCache;
 }
 

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <optional>
 
 namespace Lumenote::LumenoteRenderer {
 
@@ -185,23 +186,21 @@ QList<QColorSpace> exportColorSpaces(const QImage& image)
     return spaces;
 }
 
-std::optional<QImage> render(
-    const QImage& image, QSizeF pixelSize, std::span<const Annotation> annotations)
+QImage render(const QImage& image, QSizeF pixelSize, std::span<const Annotation> annotations)
 {
     if (image.isNull() || !isDrawable(pixelSize))
-        return std::nullopt;
+        return {};
     const QSize size(static_cast<int>(pixelSize.width()), static_cast<int>(pixelSize.height()));
     const auto space = exportColorSpaces(image).constFirst();
     auto result = makeContext(image, size, space);
-    if (!annotations.empty()) {
-        QPainter painter(&result);
-        painter.setRenderHint(QPainter::Antialiasing);
-        for (const auto& annotation : annotations)
-            draw(painter, annotation, toColorSpace(space, color(annotation.tool)),
-                baseLineWidth(pixelSize.width()), QRectF({}, size));
-    }
-    if (result.isNull())
-        return std::nullopt;
+    if (result.isNull() || annotations.empty())
+        return result;
+    QPainter painter(&result);
+    painter.setRenderHint(QPainter::Antialiasing);
+    for (const auto& annotation : annotations)
+        draw(painter, annotation, toColorSpace(space, color(annotation.tool)),
+            baseLineWidth(pixelSize.width()), QRectF({}, size));
+    painter.end();
     return result;
 }
 

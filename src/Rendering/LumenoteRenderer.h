@@ -10,7 +10,6 @@
 #include <QPolygonF>
 #include <QSizeF>
 
-#include <optional>
 #include <span>
 
 /// Burns annotations into a capture. Any thread.
@@ -42,9 +41,8 @@ QList<QColorSpace> exportColorSpaces(const QImage& image);
 /// first of its `exportColorSpaces`, RGB32 where the image has no alpha channel and premultiplied
 /// where it has one. What a censor covers is replaced, whatever lay below.
 ///
-/// Shares its pixels with @p image where nothing has to be changed. Nothing where there is no
-/// image, no size of at least a pixel, or no memory.
-std::optional<QImage> render(
-    const QImage& image, QSizeF pixelSize, std::span<const Annotation> annotations);
+/// Shares its pixels with @p image where nothing has to be changed. Null where there is no image,
+/// no size of at least a pixel, or no memory.
+QImage render(const QImage& image, QSizeF pixelSize, std::span<const Annotation> annotations);
 
 } // namespace Lumenote::LumenoteRenderer
