@@ -307,7 +307,7 @@ Platform::Result<CaptureHistory::Restored> CaptureHistory::restore(
         });
     }
     if (entry.isStored && entry.fileURL)
-        if (const auto full = store.image(*entry.fileURL))
+        if (const auto full = CaptureStore::image(*entry.fileURL))
             return Restored{full->image, full->pointSize, store.readText(entry.id)};
     return tl::make_unexpected(Platform::Error{.message = QStringLiteral("not on disk")});
 }
