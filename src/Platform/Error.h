@@ -20,6 +20,7 @@ struct Error {
 
     Kind kind = Kind::failed;
     QString message;
+    int code = 0; ///< The system's own number for it; zero where the seam names none.
 
     bool operator==(const Error&) const = default;
 };
