@@ -80,14 +80,11 @@ struct Header {
     QImageIOHandler::Transformations transformations; ///< What makes the picture upright.
 };
 
-/// Bits of a pixel once decoded, as the header tells; 0 where it doesn't.
+/// Bits of a pixel once decoded; 0 where the header doesn't tell.
 int decodedBits(const QImageReader& reader)
 {
-    // The JPEG decoder answers with whatever was in memory when it could not read the header.
     const auto format = reader.imageFormat();
-    if (format <= QImage::Format_Invalid || format >= QImage::NImageFormats)
-        return 0;
-    return QImage::toPixelFormat(format).bitsPerPixel();
+    return format == QImage::Format_Invalid ? 0 : QImage::toPixelFormat(format).bitsPerPixel();
 }
 
 QImageIOHandler::Transformations fromExif(int orientation)
@@ -120,7 +117,8 @@ Header readHeader(QIODevice& file, const QImageReader& reader)
     file.seek(place);
     if (header.kind != FileKind::gif) {
         header.size = reader.size();
-        header.bits = decodedBits(reader);
+        // Of a header that it could not read, the JPEG decoder tells whatever was in memory.
+        header.bits = header.size.isValid() ? decodedBits(reader) : 0;
     }
     // What an icon's directory tells of a PNG file inside need not be true.
     if (insideSize.isValid())
