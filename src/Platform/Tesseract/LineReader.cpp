@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <atomic>
 #include <cmath>
+#include <numeric>
 #include <omp.h>
 #include <optional>
 #include <system_error>
@@ -134,12 +135,26 @@ int LineReader::workersFor(const std::vector<int>& lines, const QString& languag
     return std::clamp(int(length / workWorthAnEngine), 1, cores);
 }
 
+/// Places in @p lines, so that no worker is left alone with a long line at the end.
+std::vector<std::size_t> LineReader::longestFirst(const std::vector<int>& lines) const
+{
+    std::vector<std::size_t> order(lines.size());
+    std::iota(order.begin(), order.end(), 0);
+    const auto lengthAt = [&](std::size_t place) {
+        return lengthOf(m_page.lines[std::size_t(lines[place])].line);
+    };
+    std::stable_sort(order.begin(), order.end(),
+        [&](std::size_t a, std::size_t b) { return lengthAt(a) > lengthAt(b); });
+    return order;
+}
+
 Result<std::vector<LineReading>> LineReader::read(
     const std::vector<int>& lines, const QString& language, const std::stop_token& stop)
 {
     std::vector<LineReading> readings(lines.size());
     if (lines.empty())
         return readings;
+    const std::vector<std::size_t> order = longestFirst(lines);
     std::atomic<std::size_t> next = 0;
     std::atomic<bool> hasRead = false;
     std::optional<Error> failure;
@@ -151,8 +166,10 @@ Result<std::vector<LineReading>> LineReader::read(
         Result<std::unique_ptr<TesseractEngine>> engine = m_engines.take(language);
         if (!engine)
             return engine.error();
-        for (std::size_t at = next++; at < lines.size() && !stop.stop_requested(); at = next++)
-            readings[at] = readPlaced(m_page, m_page.lines[std::size_t(lines[at])], **engine);
+        for (std::size_t at = next++; at < order.size() && !stop.stop_requested(); at = next++) {
+            const auto line = std::size_t(lines[order[at]]);
+            readings[order[at]] = readPlaced(m_page, m_page.lines[line], **engine);
+        }
         hasRead = true;
         m_engines.giveBack(language, std::move(*engine));
         return std::nullopt;

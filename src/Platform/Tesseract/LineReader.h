@@ -34,6 +34,7 @@ public:
 
 private:
     int workersFor(const std::vector<int>& lines, const QString& language) const;
+    std::vector<std::size_t> longestFirst(const std::vector<int>& lines) const;
 
     const PageLayout& m_page;
     EnginePool& m_engines;

@@ -72,6 +72,9 @@ Result<std::unique_ptr<TesseractEngine>> TesseractEngine::start(const QString& l
         return tl::make_unexpected(Error{
             Error::Kind::failed, QStringLiteral("no recogniser for language %1").arg(language)});
     api.SetVariable("tessedit_do_invert", "0");
+    // What a page has and a single line hasn't: columns of equal letters, and paragraphs.
+    api.SetVariable("textord_disable_pitch_test", "1");
+    api.SetVariable("paragraph_text_based", "0");
     return engine;
 }
 

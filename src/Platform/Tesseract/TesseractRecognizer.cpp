@@ -48,12 +48,12 @@ Result<QList<TextObservation>> TesseractRecognizer::recognize(
     const int margin = std::min(image.width(), image.height()) < smallestSide ? smallestSide : 0;
     const PageLayout page = layoutOf(margin > 0 ? framedImageOf(opaque, margin) : opaque, stop);
     LineReader reader(page, m_engines);
-    const Result<std::vector<LineReading>> readings =
-        readInBestLanguages(page, reader, languages, stop);
+    Result<std::vector<LineReading>> readings = readInBestLanguages(page, reader, languages, stop);
     if (stop.stop_requested())
         return tl::make_unexpected(cancelled());
     if (!readings)
         return tl::make_unexpected(readings.error());
+    settleLoneLetters(page, *readings);
 
     QList<TextObservation> observations;
     for (const int line : linesWithText(page, *readings))

@@ -52,11 +52,15 @@ Context contextOf(const PageLayout& page, const std::vector<LineReading>& readin
 {
     constexpr double sureConfidence = 80;
     constexpr std::ptrdiff_t sureSymbols = 4;
+    constexpr double sureShortConfidence = 95;
+    constexpr std::ptrdiff_t sureShortSymbols = 2;
     std::vector<double> heights;
     for (std::size_t line = 0; line < readings.size(); ++line) {
         const std::vector<ReadSymbol>& symbols = readings[line].symbols;
-        if (readings[line].confidence >= sureConfidence
-            && std::count_if(symbols.begin(), symbols.end(), isWordSymbol) >= sureSymbols)
+        const auto count = std::count_if(symbols.begin(), symbols.end(), isWordSymbol);
+        const double confidence = readings[line].confidence;
+        if ((confidence >= sureConfidence && count >= sureSymbols)
+            || (confidence >= sureShortConfidence && count >= sureShortSymbols))
             heights.push_back(letterHeightOf(page, line));
     }
     Context context{0, page.lines.size()};
@@ -66,6 +70,22 @@ Context contextOf(const PageLayout& page, const std::vector<LineReading>& readin
         context.letterHeight = *middle;
     }
     return context;
+}
+
+/// Letters whose capitals look like their small ones, but for the size.
+bool hasAlikeCapital(QChar letter)
+{
+    return QStringLiteral("COSUVWXZ").contains(letter.toUpper());
+}
+
+/// Whether one shape was read as one letter, or as the same letter in both cases ("Ss", "WwW").
+bool isLoneLetter(const LineReading& reading)
+{
+    const std::vector<ReadSymbol>& symbols = reading.symbols;
+    return !symbols.empty() && hasAlikeCapital(symbols.front().text.front())
+        && std::all_of(symbols.begin(), symbols.end(), [&](const ReadSymbol& symbol) {
+               return symbol.text.toUpper() == symbols.front().text.toUpper();
+           });
 }
 
 struct ShortLine {
@@ -80,11 +100,17 @@ bool isShortText(const ShortLine& line, const Context& context)
 {
     constexpr double widestDigit = 0.92;
     constexpr double widestLargeDigit = 0.78;
+    constexpr double widestLetter = 1.45;
+    constexpr double widestUsualLetter = 1.15;
     const std::vector<ReadSymbol>& symbols = line.reading.symbols;
     const double confidence = line.reading.confidence;
     const bool areDigits = std::all_of(symbols.begin(), symbols.end(), isDigit);
     const bool isOneShape = symbols.size() == 1 && line.components == 1;
-    if (isOneShape && line.aspect > (areDigits ? widestDigit : 1.15))
+    const bool isWide = QStringLiteral("MWmw").contains(symbols.front().text.front());
+    if (isOneShape
+        && line.aspect > (areDigits ? widestDigit
+                   : isWide         ? widestLetter
+                                    : widestUsualLetter))
         return false;
     if (context.letterHeight == 0)
         return context.lineCount <= 3 && confidence >= 85 && line.aspect <= widestDigit * 2;
@@ -153,6 +179,21 @@ void settleOverlaps(
 }
 
 } // namespace
+
+void settleLoneLetters(const PageLayout& page, std::vector<LineReading>& readings)
+{
+    // From descender to ascender, small letters are half as tall and capitals three quarters.
+    constexpr double leastCapital = 0.58;
+    const Context context = contextOf(page, readings);
+    for (std::size_t line = 0; line < readings.size(); ++line) {
+        LineReading& reading = readings[line];
+        if (page.lines[line].line.components.size() != 1 || !isLoneLetter(reading)
+            || page.lines[line].box.height() < leastCapital * context.letterHeight)
+            continue;
+        reading.symbols.resize(1);
+        reading.symbols.front().text = reading.symbols.front().text.toUpper();
+    }
+}
 
 std::vector<int> linesWithText(const PageLayout& page, const std::vector<LineReading>& readings)
 {

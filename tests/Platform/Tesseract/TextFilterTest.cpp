@@ -42,6 +42,28 @@ LineReading readingOf(const Line& line)
     return reading;
 }
 
+struct ReadPage {
+    PageLayout layout;
+    std::vector<LineReading> readings;
+};
+
+/// @p lines as they were found and read; @p componentsOf tells how many shapes a line has.
+template <typename ComponentsOf>
+ReadPage readPageOf(const std::vector<Line>& lines, ComponentsOf componentsOf)
+{
+    ReadPage page;
+    page.layout.levels.resize(2);
+    page.layout.levels[1].reduction = 2;
+    for (const Line& line : lines) {
+        Platform::TextLine found;
+        found.letterHeight = letterHeightOf(line);
+        found.components.resize(std::size_t(componentsOf(line)));
+        page.layout.lines.push_back({found, line.level, line.box});
+        page.readings.push_back(readingOf(line));
+    }
+    return page;
+}
+
 std::vector<Page> pages()
 {
     const Line text{u"Some sure text"_qs, 94, {40, 10, 120, 16}};
@@ -90,21 +112,38 @@ std::vector<Page> pages()
 TEST(TextFilterTest, picturesAreDroppedAndTextIsKept)
 {
     for (const auto& [name, lines] : pages()) {
-        PageLayout layout;
-        layout.levels.resize(2);
-        layout.levels[1].reduction = 2;
-        std::vector<LineReading> readings;
+        const ReadPage page = readPageOf(lines, [](const Line& line) { return line.text.size(); });
         std::vector<int> expected;
-        for (const Line& line : lines) {
-            Platform::TextLine found;
-            found.letterHeight = letterHeightOf(line);
-            found.components.resize(std::size_t(line.text.size()));
-            layout.lines.push_back({found, line.level, line.box});
-            if (line.isKept)
-                expected.push_back(int(readings.size()));
-            readings.push_back(readingOf(line));
-        }
-        EXPECT_EQ(Platform::linesWithText(layout, readings), expected) << name;
+        for (std::size_t line = 0; line < lines.size(); ++line)
+            if (lines[line].isKept)
+                expected.push_back(int(line));
+        EXPECT_EQ(Platform::linesWithText(page.layout, page.readings), expected) << name;
+    }
+}
+
+TEST(TextFilterTest, aLoneLetterAsTallAsACapitalIsOne)
+{
+    struct Letter {
+        QString read;
+        int height;
+        int components;
+        QString expected;
+    };
+    const std::vector<Letter> letters{
+        {u"s"_qs, 12, 1, u"S"_qs},
+        {u"WwW"_qs, 12, 1, u"W"_qs},
+        {u"zZ"_qs, 11, 1, u"Z"_qs},
+        {u"x"_qs, 8, 1, u"x"_qs},
+        {u"e"_qs, 12, 1, u"e"_qs},
+        {u"cC"_qs, 12, 2, u"cC"_qs},
+    };
+    for (const Letter& letter : letters) {
+        const std::vector<Line> lines{{u"Some sure text"_qs, 94, {40, 10, 120, 16}},
+            {letter.read, 70, {200, 10, 10, letter.height}}};
+        ReadPage page = readPageOf(lines, [&](const Line&) { return letter.components; });
+        Platform::settleLoneLetters(page.layout, page.readings);
+        EXPECT_EQ(Platform::textOf(page.readings[1].symbols), letter.expected)
+            << qPrintable(letter.read);
     }
 }
 
