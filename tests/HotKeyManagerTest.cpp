@@ -32,7 +32,7 @@ protected:
     int m_presses = 0;
     int m_losses = 0;
 
-    const HotKeyShortcut m_usual;
+    const HotKeyShortcut m_usual{};
     const Fakes::FakeHotKeyRegistrar::Key m_usualKey{22, 0x300};
 };
 
