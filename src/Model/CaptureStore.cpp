@@ -4,6 +4,7 @@
 #include "Model/PointSize.h"
 #include "Platform/Bundle.h"
 #include "Platform/ImageDecoder.h"
+#include "Platform/ImageSurvey.h"
 #include "Platform/PngEncoder.h"
 
 #include <algorithm>
@@ -27,24 +28,6 @@ constexpr qint64 longestText = 8LL << 20;
 QString named(const fs::path& file)
 {
     return QString::fromStdString(file.filename().native());
-}
-
-struct Survey {
-    QSize pixelSize;
-    std::optional<double> dotsPerInch;
-    QImage thumbnail;
-};
-
-Platform::Result<Survey> survey(const fs::path& file)
-{
-    const auto picture = Platform::decodeImageFile(file);
-    if (!picture)
-        return tl::make_unexpected(picture.error());
-    return Survey{.pixelSize = picture->image.size(),
-        .dotsPerInch = picture->dotsPerInch,
-        .thumbnail = picture->image.scaled(
-            picture->image.size().boundedTo(QSize(thumbnailLongEdge, thumbnailLongEdge)),
-            Qt::KeepAspectRatio, Qt::SmoothTransformation)};
 }
 
 /// Calls @p work for each number below @p count, on this thread and one more.
@@ -156,8 +139,10 @@ QList<CaptureStore::Stored> CaptureStore::load(int limit) const
     const auto kept = std::min(captures.size(), static_cast<size_t>(std::max(limit, 0)));
     prune(captures, kept);
 
-    std::vector<Platform::Result<Survey>> surveys(kept);
-    onTwoThreads(kept, [&](size_t i) { surveys[i] = survey(captures[i].file); });
+    std::vector<Platform::Result<Platform::ImageSurvey>> surveys(kept);
+    onTwoThreads(kept, [&](size_t i) {
+        surveys[i] = Platform::surveyImageFile(captures[i].file, thumbnailLongEdge);
+    });
     QList<Stored> stored;
     QSet<QUuid> ids;
     for (size_t i = 0; i < kept; ++i) {

@@ -4,6 +4,7 @@
 #include <isa-l/igzip_lib.h>
 #include <libdeflate.h>
 #include <new>
+#include <utility>
 
 namespace Platform {
 
@@ -79,6 +80,35 @@ void appendThoroughZlib(QByteArray& output, Bytes bytes)
     const auto size = libdeflate_zlib_compress(
         compressor.get(), bytes.data(), bytes.size(), output.data() + start, bound);
     output.resize(start + static_cast<qsizetype>(size));
+}
+
+ZlibReader::ZlibReader(std::function<Bytes()> nextInput)
+    : m_nextInput(std::move(nextInput))
+    , m_state(std::make_unique<inflate_state>())
+{
+    isal_inflate_init(m_state.get());
+    m_state->crc_flag = ISAL_ZLIB;
+}
+
+ZlibReader::~ZlibReader() = default;
+
+bool ZlibReader::read(std::span<uchar> output)
+{
+    m_state->next_out = output.data();
+    m_state->avail_out = static_cast<uint32_t>(output.size());
+    while (m_state->avail_out > 0) {
+        if (m_state->avail_in == 0) {
+            const auto input = m_nextInput();
+            m_state->next_in = const_cast<uchar*>(input.data());
+            m_state->avail_in = static_cast<uint32_t>(input.size());
+        }
+        const auto before = std::pair(m_state->avail_in, m_state->avail_out);
+        if (isal_inflate(m_state.get()) != ISAL_DECOMP_OK)
+            return false;
+        if (before == std::pair(m_state->avail_in, m_state->avail_out))
+            return false; // At the end of the stream, or of what there is of it.
+    }
+    return true;
 }
 
 quint32 crc32(Bytes bytes)

@@ -2,8 +2,11 @@
 
 #include <QByteArray>
 
+#include <functional>
 #include <memory>
 #include <span>
+
+struct inflate_state;
 
 namespace Platform {
 
@@ -35,6 +38,23 @@ private:
 /// and makes less of smooth pictures, whose bytes are small but never quite the same. Throws
 /// std::bad_alloc.
 void appendThoroughZlib(QByteArray& output, Bytes bytes);
+
+/// Reads a zlib stream piece by piece. Throws std::bad_alloc.
+class ZlibReader {
+public:
+    /// @p nextInput answers more of the stream, valid until it is asked again; nothing at the end.
+    explicit ZlibReader(std::function<Bytes()> nextInput);
+    ~ZlibReader();
+    ZlibReader(const ZlibReader&) = delete;
+    ZlibReader& operator=(const ZlibReader&) = delete;
+
+    /// Fills @p output. False where the stream is damaged or ends before.
+    bool read(std::span<uchar> output);
+
+private:
+    std::function<Bytes()> m_nextInput;
+    std::unique_ptr<inflate_state> m_state;
+};
 
 /// The checksum of a PNG chunk.
 quint32 crc32(Bytes bytes);

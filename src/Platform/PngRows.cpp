@@ -3,8 +3,6 @@
 #include <QtEndian>
 
 #include <algorithm>
-#include <cstdlib>
-#include <cstring>
 #include <new>
 
 namespace Platform {
@@ -83,52 +81,6 @@ void packTransparent(uchar* out, const QRgb* pixels, int width)
         qToBigEndian((pixels[x] << 8) | (pixels[x] >> 24), out);
 }
 
-/// Signed 16 bits are enough, and let the compiler take eight bytes at a time.
-uchar paeth(qint16 left, qint16 above, qint16 corner)
-{
-    const auto toLeft = static_cast<qint16>(std::abs(above - corner));
-    const auto toAbove = static_cast<qint16>(std::abs(left - corner));
-    const auto toCorner = static_cast<qint16>(std::abs(left + above - 2 * corner));
-    const auto upright = toAbove <= toCorner ? above : corner;
-    const auto nearest = std::min(toAbove, toCorner);
-    return static_cast<uchar>(toLeft <= nearest ? left : upright);
-}
-
-/// @p predict tells a byte from those to the left, above, and left above.
-template <typename Predict>
-void subtract(uchar* __restrict out, const uchar* __restrict row, const uchar* __restrict above,
-    size_t channels, size_t size, Predict predict)
-{
-    for (size_t i = 0; i < channels; ++i)
-        out[i] = static_cast<uchar>(row[i] - predict(0, above[i], 0));
-    for (size_t i = channels; i < size; ++i)
-        out[i] =
-            static_cast<uchar>(row[i] - predict(row[i - channels], above[i], above[i - channels]));
-}
-
-void filterRow(uchar* out, const uchar* row, const uchar* above, size_t channels, size_t size,
-    PngFilter filter)
-{
-    switch (filter) {
-    case PngFilter::none:
-        std::memcpy(out, row, size);
-        break;
-    case PngFilter::sub:
-        subtract(out, row, above, channels, size, [](auto left, auto, auto) { return left; });
-        break;
-    case PngFilter::up:
-        subtract(out, row, above, channels, size, [](auto, auto up, auto) { return up; });
-        break;
-    case PngFilter::average:
-        subtract(out, row, above, channels, size,
-            [](auto left, auto up, auto) { return (left + up) / 2; });
-        break;
-    case PngFilter::paeth:
-        subtract(out, row, above, channels, size, paeth);
-        break;
-    }
-}
-
 quint32 changedBytes(const uchar* row, const uchar* above, size_t channels, size_t size)
 {
     quint32 changed = 0;
@@ -189,7 +141,7 @@ Bytes PngRows::filtered(int first, int count, PngFilter filter)
     const auto* above = m_packed.data();
     for (int y = 0; y < count; ++y, above += size, out += size) {
         *out++ = static_cast<uchar>(filter);
-        filterRow(out, above + size, above, m_channels, size, filter);
+        filterPngRow({out, size}, above + size, above, m_channels, filter);
     }
     return m_filtered;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Compression.h"
+#include "Platform/PngFilter.h"
 
 #include <QImage>
 
@@ -8,13 +9,6 @@
 #include <vector>
 
 namespace Platform {
-
-/// What is done to a row before it is compressed, by the numbers of the PNG standard.
-enum class PngFilter : uchar { none, sub, up, average, paeth };
-
-/// Those that leave differences to neighbours.
-constexpr std::array pngDifferenceFilters{
-    PngFilter::sub, PngFilter::up, PngFilter::average, PngFilter::paeth};
 
 /// What a few rows are like.
 struct PngSample {
