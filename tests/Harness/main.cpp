@@ -1,7 +1,7 @@
 // The main program of every test: the same locale, fonts and drawing on each machine, and nothing
 // of the user's own folders.
 
-#include <QGuiApplication>
+#include <QApplication>
 #include <QTemporaryDir>
 
 #include <cstdio>
@@ -42,6 +42,6 @@ int main(int argc, char** argv)
     }
     pinSurroundings();
     testing::InitGoogleTest(&argc, argv);
-    const QGuiApplication application(argc, argv);
+    const QApplication application(argc, argv);
     return RUN_ALL_TESTS();
 }
