@@ -1,0 +1,81 @@
+#pragma once
+
+#include "Capture/CaptureOutcome.h"
+#include "HotKeyManager.h"
+#include "HotKeyShortcut.h"
+#include "Model/CaptureHistory.h"
+
+#include <QObject>
+
+#include <functional>
+#include <stop_token>
+
+namespace Platform {
+class Alerts;
+class DisplayServer;
+class HotKeyRegistrar;
+class KeyboardLayout;
+class OverlayKeyboard;
+class Pasteboard;
+class UserDefaults;
+} // namespace Platform
+
+namespace Lumenote {
+
+class OCRService;
+
+/// The shell of the desktop program: it owns the hot key and the history, and leads from the press
+/// of a key to a capture in the list. Main thread.
+class AppDelegate : public QObject {
+    Q_OBJECT
+
+public:
+    /// The real things behind the interfaces, all of which outlive the delegate.
+    struct Services {
+        OCRService& ocr;
+        Platform::Alerts& alerts;
+        Platform::DisplayServer& displayServer;
+        Platform::HotKeyRegistrar& hotKeyRegistrar;
+        Platform::KeyboardLayout& keyboardLayout;
+        Platform::OverlayKeyboard& overlayKeyboard;
+        Platform::Pasteboard& pasteboard;
+        Platform::UserDefaults& userDefaults;
+    };
+
+    AppDelegate(const CaptureStore& store, const Services& services);
+    ~AppDelegate() override;
+
+    /// Takes in the history, takes the hot key and warms the recogniser up.
+    void finishLaunching();
+
+    /// Lets the user pick what to capture, unless a capture is running already.
+    void captureSelection();
+
+    /// Captures the display under the pointer, unless a capture is running already.
+    void captureFullScreen();
+
+    const CaptureHistory& history() const { return m_history; }
+    bool isCapturing() const { return m_isCapturing; }
+    bool hotKeyUnavailable() const { return m_hotKeyUnavailable; }
+    bool screenRecordingDenied() const { return m_screenRecordingDenied; }
+
+private:
+    /// Runs @p capture if the user lets us record the screen, and otherwise says why not.
+    void captureIfAllowed(const std::function<QFuture<CaptureOutcome>()>& capture);
+    void handle(const CaptureOutcome& outcome);
+    void take(const CapturedImage& captured);
+    void fail(CaptureError error);
+    void endCapture() { m_isCapturing = false; }
+
+    const Services m_services;
+    const WorkbenchModel::Services m_modelServices;
+    CaptureHistory m_history;
+    HotKeyManager m_hotKey;
+    HotKeyShortcut m_shortcut;
+    std::stop_source m_selection; ///< Ends a selection that is still up when the program quits.
+    bool m_isCapturing = false; ///< Until the outcome is handled, its alert included.
+    bool m_hotKeyUnavailable = false;
+    bool m_screenRecordingDenied = false;
+};
+
+} // namespace Lumenote
