@@ -4,7 +4,8 @@
 //   capture-copy record FOLDER             loads, and then records and trims as fast as it can
 //   capture-copy record-with-names FOLDER  the same where files can't be without a name
 //
-// Says "image UUID" and "text UUID" after the store has said that it is written.
+// Says "image UUID" and "text UUID" after the store has said that it is written, and "trim UUID"
+// before it removes a capture.
 
 #include "Fakes/DiskFaults.h"
 #include "Model/CaptureStore.h"
@@ -65,6 +66,7 @@ int record(const CaptureStore& store)
         if (!recordOne(store, captures.back()))
             return 1;
         if (captures.size() > limit) {
+            say("trim " + uuidText(captures.front().id));
             store.removeTrimmed(captures.front().id, store.fileFor(captures.front()));
             captures.pop_front();
         }
