@@ -20,6 +20,8 @@ public:
     /// The same file with its places counted from @p place of this one.
     ByteSource from(qint64 place) const { return ByteSource(m_device, m_start + place); }
 
+    qint64 size() const { return m_device.size() - m_start; }
+
     /// Empty where the file doesn't reach so far.
     QByteArray bytes(qint64 place, qint64 count) const
     {

@@ -15,7 +15,6 @@ struct HeifLibrary {
     decltype(&heif_image_handle_get_height) uprightHeight = nullptr;
     decltype(&heif_image_handle_get_ispe_width) fileWidth = nullptr;
     decltype(&heif_image_handle_get_ispe_height) fileHeight = nullptr;
-    decltype(&heif_image_handle_get_luma_bits_per_pixel) bits = nullptr;
     decltype(&heif_image_handle_has_alpha_channel) hasAlpha = nullptr;
     decltype(&heif_image_handle_is_premultiplied_alpha) isPremultiplied = nullptr;
     decltype(&heif_decode_image) decode = nullptr;

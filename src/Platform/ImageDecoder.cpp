@@ -34,11 +34,6 @@ tl::unexpected<Error> undecodable(const QString& message)
     return tl::make_unexpected(Error{.kind = Error::Kind::failed, .message = message});
 }
 
-tl::unexpected<Error> tooManyPixels()
-{
-    return undecodable(QStringLiteral("more pixels than a picture may have"));
-}
-
 qint64 pixelCount(const QSize& size)
 {
     return qint64{size.width()} * size.height();
@@ -77,6 +72,7 @@ struct Header {
     QSize size; ///< Invalid where it isn't told.
     int bits = 0; ///< Of a pixel once decoded; 0 where it isn't told.
     bool comesRowByRow = false;
+    bool isEndless = false; ///< Whether it asks for work out of all proportion.
     QImageIOHandler::Transformations transformations; ///< What makes the picture upright.
 };
 
@@ -109,6 +105,8 @@ Header readHeader(QIODevice& file, const QImageReader& reader)
     Header header;
     header.kind = fileKind(source);
     header.comesRowByRow = comesRowByRow(source);
+    header.isEndless =
+        header.kind == FileKind::jpeg && !header.comesRowByRow && hasEndlessScans(source);
     const auto orientation = exifTags(source).orientation;
     // Qt's decoder of films would count their pictures to tell the size.
     if (header.kind == FileKind::gif)
@@ -155,7 +153,7 @@ qint64 decodedBytes(const Header& header, const ImageLimits& limits)
 
 bool isWithin(const Header& header, const ImageLimits& limits)
 {
-    return pixelCount(header.size) <= limits.filePixels
+    return !header.isEndless && pixelCount(header.size) <= limits.filePixels
         && decodedBytes(header, limits) <= limits.decodedBytes;
 }
 
@@ -205,7 +203,7 @@ Result<DecodedImage> decodeUsual(QIODevice& file, const ImageLimits& limits)
         return unreadable(QStringLiteral("no picture of a known format"));
     const auto header = readHeader(file, reader);
     if (header.size.isValid() && !isWithin(header, limits))
-        return tooManyPixels();
+        return undecodable(QStringLiteral("more pixels or scans than a picture may have"));
     const auto size = boundedSize(header.size, limits);
     if (size != header.size && scalesWhileDecoding(header))
         reader.setScaledSize(size);

@@ -2,6 +2,8 @@
 
 #include "Platform/JpegSegments.h"
 
+#include <algorithm>
+
 namespace Platform {
 
 namespace {
@@ -144,6 +146,20 @@ QSize icoPngSize(const ByteSource& source)
         return {};
     return {static_cast<int>(png.bigEndian<quint32>(16).value_or(0) & 0x7fffffff),
         static_cast<int>(png.bigEndian<quint32>(20).value_or(0) & 0x7fffffff)};
+}
+
+bool hasEndlessScans(const ByteSource& source)
+{
+    // Encoders write a dozen. Previews and profiles inside may hold the same two bytes.
+    constexpr int most = 1000;
+    constexpr qint64 chunk = 1 << 16;
+    constexpr QByteArrayView startOfScan("\xff\xda");
+    qsizetype count = 0;
+    for (qint64 place = 0; place < source.size() && count <= most; place += chunk) {
+        const auto size = std::min(chunk + 1, source.size() - place); // One may lie across.
+        count += source.bytes(place, size).count(startOfScan);
+    }
+    return count > most;
 }
 
 bool comesRowByRow(const ByteSource& source)

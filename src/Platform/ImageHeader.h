@@ -28,6 +28,10 @@ QSize gifSize(const ByteSource& source);
 /// The size of the PNG file that is the first icon of an icon file; invalid where there is none.
 QSize icoPngSize(const ByteSource& source);
 
+/// Whether a JPEG file has more scans than any encoder writes. Each makes the decoder go over all
+/// the pixels, for a dozen bytes. Reads all of the file.
+bool hasEndlessScans(const ByteSource& source);
+
 /// Whether a PNG or JPEG file holds its rows one after the other, so that a decoder needs a few of
 /// them at a time only: PNG without interlacing, JPEG with a single scan.
 bool comesRowByRow(const ByteSource& source);

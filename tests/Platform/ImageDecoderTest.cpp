@@ -35,6 +35,13 @@ QImage halves(const QSize& size = {24, 16})
     return image;
 }
 
+QByteArray repeatedScan(const QByteArray& jpeg, int count)
+{
+    const auto end = jpeg.size() - 2;
+    const auto last = jpeg.lastIndexOf(QByteArray::fromHex("ffda"));
+    return jpeg.left(end) + jpeg.mid(last, end - last).repeated(count) + jpeg.mid(end);
+}
+
 QByteArray progressiveJpeg()
 {
     QBuffer buffer;
@@ -85,6 +92,7 @@ TEST_F(ImageDecoderTest, picturesOfManyKindsComeUprightAndDisplayable)
         Row{"pngTransparent", encoded(transparent, "png"), {200, 30, 30}, Qt::transparent},
         Row{"jpeg", encoded(halves(), "jpeg")},
         Row{"jpegProgressive", progressiveJpeg()},
+        Row{"jpegOfManyScans", repeatedScan(progressiveJpeg(), 50)},
         Row{"jpegInInks", pictureFile("cmyk.jpg")},
         Row{"gifFirstOfTwo", pictureFile("animated.gif")},
         Row{"bmp", encoded(halves(), "bmp")},
@@ -221,6 +229,10 @@ TEST_F(ImageDecoderTest, badPicturesFailWithoutTakingMemory)
         Row{"pngClaimsNothing", pngClaiming(encoded(halves(), "png"), 0, 16)},
         Row{"jpegClaimsMuch", jpegClaiming(encoded(halves(), "jpeg"), 60'000, 60'000)},
         Row{"progressiveJpegClaimsMuch", jpegClaiming(progressiveJpeg(), 60'000, 60'000)},
+        Row{"jpegOfEndlessScans", repeatedScan(progressiveJpeg(), 20'000)},
+        Row{"heicCodedLargerThanItTells", pictureFile("coded-larger.heic")},
+        Row{"heicCutShort", pictureFile("photo.heic").left(700)},
+        Row{"avifCutShort", pictureFile("photo.avif").left(600)},
         Row{"bmpClaimsMuch", bmp},
         Row{"gifClaimsMuch", gif},
         Row{"iconHoldsABomb",
