@@ -75,7 +75,7 @@ TEST(UserDefaultsFileTest, aBrokenFileIsReplaced)
     const auto path = folder.filePath(u"defaults.ini"_qs);
     QFile broken(path);
     ASSERT_TRUE(broken.open(QIODevice::WriteOnly));
-    broken.write(QByteArray("[General\n=\0\xff\xfe%zz\nHotKeyCode", 32));
+    broken.write(QByteArrayLiteral("[General\n=\0\xff\xfe%zz\nHotKeyCode"));
     broken.close();
     Platform::UserDefaultsFile(path).setValue(u"Number"_qs, 7);
     EXPECT_EQ(Platform::UserDefaultsFile(path).value(u"Number"_qs), 7);
