@@ -21,6 +21,12 @@ inline int rightOf(const QRect& box)
     return box.x() + box.width();
 }
 
+/// The row half way down.
+inline int middleOf(const QRect& box)
+{
+    return box.y() + box.height() / 2;
+}
+
 /// How many rows the boxes share; negative is how many lie between them.
 inline int verticalOverlap(const QRect& a, const QRect& b)
 {

@@ -1,5 +1,8 @@
 #include "Platform/TextLayout/ReadingOrder.h"
 
+#include "Platform/TextLayout/Boxes.h"
+#include "Platform/TextLayout/TableRows.h"
+
 #include <algorithm>
 #include <numeric>
 #include <optional>
@@ -88,6 +91,16 @@ private:
         return leftRows > 1 && rightRows > 1;
     }
 
+    /// Whether @p cut runs between cells of a table, whose rows belong together.
+    bool isInTable(std::span<const int> part, const Cut& cut) const
+    {
+        std::vector<QRect> left;
+        std::vector<QRect> right;
+        for (const int index : part)
+            (box(index).x() < cut.position ? left : right).push_back(box(index));
+        return areCellsOfOneTable(left, right);
+    }
+
     void sortAround(std::span<int> part, const Cut& cut, Axis axis)
     {
         const auto middle = std::partition_point(part.begin(), part.end(),
@@ -99,19 +112,31 @@ private:
 
     void sortByRows(std::span<int> part) const
     {
-        std::sort(part.begin(), part.end(), [&](int a, int b) {
-            return box(a).y() + box(a).height() / 2 < box(b).y() + box(b).height() / 2;
-        });
+        std::sort(part.begin(), part.end(),
+            [&](int a, int b) { return middleOf(box(a)) < middleOf(box(b)); });
         for (std::size_t start = 0; start < part.size();) {
             const QRect& first = box(part[start]);
             std::size_t end = start + 1;
-            while (end < part.size()
-                && box(part[end]).y() + box(part[end]).height() / 2 < first.y() + first.height())
+            while (end < part.size() && middleOf(box(part[end])) < first.y() + first.height())
                 ++end;
             std::sort(part.begin() + std::ptrdiff_t(start), part.begin() + std::ptrdiff_t(end),
                 [&](int a, int b) { return box(a).x() < box(b).x(); });
             start = end;
         }
+    }
+
+    /// Sorts each of the bands between @p cuts by itself. @p part is sorted from top to bottom.
+    void sortBands(std::span<int> part, const std::vector<Cut>& cuts)
+    {
+        std::size_t start = 0;
+        for (const Cut& cut : cuts) {
+            std::size_t end = start;
+            while (end < part.size() && box(part[end]).y() < cut.position)
+                ++end;
+            sort(part.subspan(start, end - start));
+            start = end;
+        }
+        sort(part.subspan(start));
     }
 
     void sort(std::span<int> part)
@@ -123,7 +148,10 @@ private:
         const std::vector<Cut> rowCuts = cutsOf(part, Axis::vertical);
         const std::optional<Cut> gap = widestOf(rowCuts);
         const bool hasGutter = gutter && gutter->width >= 2 * height && areColumns(part, *gutter);
-        if (hasGutter && (!gap || gutter->width >= gap->width)) {
+        const bool readsColumns = hasGutter && (!gap || gutter->width >= gap->width);
+        if (readsColumns && gap && isInTable(part, *gutter)) {
+            sortBands(part, rowCuts);
+        } else if (readsColumns) {
             cutsOf(part, Axis::horizontal);
             sortAround(part, *gutter, Axis::horizontal);
         } else if (gap) {

@@ -9,8 +9,9 @@
 namespace Platform {
 
 /// The order in which a person reads boxes on a page: columns and side bars one after the other,
-/// each from top to bottom, and what stands in one row from left to right. Found by cutting the
-/// page along its widest empty strips, again and again. Answers indices into @p boxes.
+/// each from top to bottom, and what stands in one row from left to right, as the cells of a table
+/// do. Found by cutting the page along its widest empty strips, again and again. Answers indices
+/// into @p boxes.
 std::vector<int> readingOrder(const std::vector<QRect>& boxes);
 
 /// Sorts @p items by the boxes that @p boxOf tells.

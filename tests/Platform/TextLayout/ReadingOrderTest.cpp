@@ -26,12 +26,12 @@ std::vector<QRect> operator+(std::vector<QRect> boxes, const std::vector<QRect>&
     return boxes;
 }
 
-std::vector<QRect> rowWise(int columns, int rows, int width, int gap)
+std::vector<QRect> rowWise(int columns, int rows, int width, int gap, int step = 40)
 {
     std::vector<QRect> boxes;
     for (int row = 0; row < rows; ++row)
         for (int column = 0; column < columns; ++column)
-            boxes.emplace_back(column * (width + gap), row * 40, width, 12 + column % 2);
+            boxes.emplace_back(column * (width + gap), row * step, width, 12 + column % 2);
     return boxes;
 }
 
@@ -46,6 +46,13 @@ TEST(ReadingOrderTest, boxesComeAsAPersonReadsThem)
         std::pair("titleAndTwoColumns", title + column(0, 90, 12) + column(320, 90, 12)),
         std::pair("sideBarAndContent", column(0, 0, 6, {90, 12}, 36) + column(200, 0, 25)),
         std::pair("tableOfWideRows", rowWise(3, 5, 100, 20)),
+        std::pair("tableOfFarColumns", rowWise(3, 6, 80, 90, 20)),
+        std::pair("titleAndFarColumns",
+            std::vector<QRect>{{0, -60, 400, 20}} + rowWise(2, 8, 60, 200, 18)),
+        std::pair("cards", column(0, 0, 3, {60, 12}) + column(200, 0, 3, {60, 12})),
+        std::pair("cardsInTwoRows",
+            column(0, 0, 3, {60, 12}) + column(0, 90, 3, {60, 12}) + column(200, 0, 3, {60, 12})
+                + column(200, 90, 3, {60, 12})),
         std::pair("menu", rowWise(6, 1, 40, 20)),
         std::pair("unevenRow",
             std::vector<QRect>{{0, 4, 30, 10}, {40, 0, 60, 18}, {110, 6, 40, 8}, {160, 2, 20, 15}}),
