@@ -1,40 +1,29 @@
 #pragma once
 
-#include "Platform/FileSystem.h"
+#include "Platform/Freedesktop/FreedesktopFileSystem.h"
 
 #include <QMap>
-#include <QSet>
 #include <QString>
 #include <QTemporaryDir>
 
-#include <functional>
 #include <mutex>
 
 namespace Fakes {
 
-/// Plain files below a temporary folder, with failures on order. Each claim stands for one running
-/// copy of the program. Any thread.
+/// The real one below a temporary folder, which holds the data folder and the Trash as well, with
+/// failures on order. Doesn't wait for the disk when it writes. Any thread.
 class FakeFileSystem final : public Platform::FileSystem {
 public:
     enum class Operation { prepare, write, read, list, remove, trash };
 
-    FakeFileSystem();
-    ~FakeFileSystem() override;
-
-    /// The temporary folder; the data folder and the Trash are in it.
-    std::filesystem::path root() const;
+    std::filesystem::path root() const { return m_root.path().toStdString(); }
     std::filesystem::path trash() const { return root() / "Trash"; }
 
-    /// Lets @p operation fail for this reason until it is healed.
+    /// Lets @p operation fail for this reason until all is healed.
     void fail(Operation operation, const QString& reason);
-    void failAsReadOnly();
-    void failAsFull();
     void heal();
 
-    /// Called by the writing thread before each file; may wait. To be set while nobody writes.
-    std::function<void(const std::filesystem::path&)> beforeWrite;
-
-    std::filesystem::path userDataFolder() override;
+    std::filesystem::path userDataFolder() override { return root() / "data"; }
     Platform::Result<void> preparePrivateFolder(const std::filesystem::path& folder) override;
     Platform::Result<void> writeFile(
         const std::filesystem::path& file, const QByteArray& bytes) override;
@@ -48,15 +37,12 @@ public:
     std::unique_ptr<Platform::FolderClaim> claim(const std::filesystem::path& folder) override;
 
 private:
-    class Claim;
-    class Claims;
-
     Platform::Result<void> outcome(Operation operation) const;
 
     QTemporaryDir m_root;
-    mutable std::mutex m_lock;
+    Platform::FreedesktopFileSystem m_files;
+    mutable std::mutex m_lock; ///< Guards the failures.
     QMap<Operation, QString> m_failures;
-    std::shared_ptr<Claims> m_claims;
 };
 
 } // namespace Fakes
