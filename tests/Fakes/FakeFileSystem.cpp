@@ -49,7 +49,7 @@ Result<void> FakeFileSystem::preparePrivateFolder(const fs::path& folder)
 Result<void> FakeFileSystem::writeFile(const fs::path& file, const QByteArray& bytes)
 {
     return outcome(Operation::write).and_then([&] {
-        const auto draft = file.parent_path() / ".unfinished-0";
+        const auto draft = file.parent_path() / (".unfinished-" + file.filename().native());
         std::ofstream(draft, std::ios::binary).write(bytes.constData(), bytes.size());
         std::error_code error;
         fs::permissions(draft, fs::perms::owner_read | fs::perms::owner_write, error);

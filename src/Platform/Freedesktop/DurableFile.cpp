@@ -22,6 +22,15 @@ constexpr mode_t privateMode = 0600;
 constexpr auto unfinishedPrefix = ".unfinished-";
 constexpr int nameTries = 100;
 
+bool syncToDisk(int descriptor)
+{
+    int result = 0;
+    do
+        result = fsync(descriptor);
+    while (result != 0 && errno == EINTR);
+    return result == 0;
+}
+
 std::string unfinishedName()
 {
     return unfinishedPrefix + std::to_string(QRandomGenerator::system()->generate64());
@@ -71,7 +80,7 @@ public:
 
     explicit operator bool() const { return static_cast<bool>(m_file); }
 
-    /// The bytes on the disk, and for the user alone whatever the process's mask is.
+    /// Puts the bytes on the disk.
     bool fill(const QByteArray& bytes)
     {
         qsizetype written = 0;
@@ -83,7 +92,7 @@ public:
             else if (count == 0 || errno != EINTR)
                 return false;
         }
-        return fchmod(m_file.number(), privateMode) == 0 && fsync(m_file.number()) == 0;
+        return syncToDisk(m_file.number());
     }
 
     /// Puts the file in the place of what has that name.
@@ -153,6 +162,11 @@ int store(Draft draft, const QByteArray& bytes, const std::string& name)
 
 } // namespace
 
+bool syncFolder(int folder)
+{
+    return syncToDisk(folder) || errno == EINVAL || errno == EOPNOTSUPP;
+}
+
 Result<void> writeDurableFile(const std::filesystem::path& file, const QByteArray& bytes)
 {
     const Descriptor folder(open(file.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
@@ -163,10 +177,7 @@ Result<void> writeDurableFile(const std::filesystem::path& file, const QByteArra
     if (store(Draft::unnamed(folder.number()), bytes, name) != 0)
         if (const auto number = store(Draft::named(folder.number()), bytes, name); number != 0)
             return systemError(number);
-    // Some file systems have nothing to say to this for folders, and then answer EINVAL.
-    if (fsync(folder.number()) != 0 && errno != EINVAL)
-        return systemError();
-    return {};
+    return syncFolder(folder.number()) ? Result<void>() : systemError();
 }
 
 void sweepUnfinishedFiles(const std::filesystem::path& folder)

@@ -36,13 +36,12 @@ bool isFolder(const fs::path& path)
     return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
-/// A folder whose name is not on the disk would take with it all that was stored in it.
-Result<void> makeFolderDurable(const fs::path& folder)
+/// A folder whose name is not on the disk would take with it all that was stored in it. One that we
+/// may write but not read can't be synced.
+Result<void> makeNameDurable(const fs::path& folder)
 {
     const Descriptor parent(open((folder / "..").c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (!parent || (fsync(parent.number()) != 0 && errno != EINVAL))
-        return systemError();
-    return {};
+    return !parent || syncFolder(parent.number()) ? Result<void>() : systemError();
 }
 
 /// Makes @p folder and those above it that are missing.
@@ -51,12 +50,12 @@ Result<void> makeFolders(const fs::path& folder)
     if (isFolder(folder))
         return {};
     if (mkdir(folder.c_str(), privateMode) == 0)
-        return makeFolderDurable(folder);
+        return makeNameDurable(folder);
     if (errno == ENOENT && folder.has_relative_path() && folder.parent_path() != folder) {
         if (auto made = makeFolders(folder.parent_path()); !made)
             return made;
         if (mkdir(folder.c_str(), privateMode) == 0)
-            return makeFolderDurable(folder);
+            return makeNameDurable(folder);
     }
     const auto number = errno;
     if (number == EEXIST && isFolder(folder)) // Another copy was quicker.
