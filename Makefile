@@ -3,7 +3,7 @@
 PREFIX ?= /usr/local
 JOBS ?= $(shell nproc)
 
-.PHONY: all test bench bench-reading bench-rendering install uninstall clean
+.PHONY: all test bench bench-reading bench-rendering bench-history install uninstall clean
 
 all:
 	@tools/setup build
@@ -22,7 +22,13 @@ bench-rendering:
 	@tools/build bench rendering-bench
 	@build/bench/bench/rendering/rendering-bench
 
-bench: bench-reading bench-rendering
+bench-history:
+	@tools/setup build bench
+	@tools/build bench history-bench
+	@build/bench/bench/history/history-bench memory
+	@build/bench/bench/history/history-bench scan
+
+bench: bench-reading bench-rendering bench-history
 
 install: all
 	@DESTDIR="$(DESTDIR)" cmake --install build/release --prefix "$(PREFIX)"
