@@ -1,6 +1,8 @@
 #include "Scenes.h"
 
+#include <algorithm>
 #include <array>
+#include <string_view>
 
 namespace Lumenote::Bench {
 
@@ -59,24 +61,15 @@ constexpr std::array smallEntries{
     Entry{"steps", Scenes::steps},
     Entry{"selected-text", Scenes::selectedText},
 };
-constexpr std::array scaledEntries{
-    Entry{"dialog", Scenes::dialog},
-    Entry{"file-list", Scenes::fileList},
-    Entry{"editor", Scenes::editor},
-    Entry{"chat", Scenes::chat},
-    Entry{"settings", Scenes::settings},
-    Entry{"ruled-table", Scenes::ruledTable},
-    Entry{"menu", Scenes::menu},
-    Entry{"side-bar", Scenes::sideBar},
-    Entry{"status-bar", Scenes::statusBar},
-};
-constexpr std::array jpegEntries{
-    Entry{"dialog", Scenes::dialog},
-    Entry{"mail-list", Scenes::mailList},
-    Entry{"article", Scenes::article},
-    Entry{"property-table", Scenes::propertyTable},
-    Entry{"compiler-output", Scenes::compilerOutput},
-};
+/// What else is drawn of the small pictures.
+constexpr std::array scaledNames{"dialog", "file-list", "editor", "chat", "settings", "ruled-table",
+    "menu", "side-bar", "status-bar"};
+constexpr std::array jpegNames{
+    "dialog", "mail-list", "article", "property-table", "compiler-output"};
+constexpr std::array languageNames{
+    "dialog", "menu", "settings", "form", "article", "chat", "file-list", "comments"};
+constexpr std::array mixedNames{"chat", "mail-list", "search-results", "notifications", "side-bar"};
+
 constexpr std::array photoEntries{
     Entry{"caption-bar", Scenes::captionBar},
     Entry{"photo-title", Scenes::photoTitle},
@@ -86,23 +79,6 @@ constexpr std::array photoEntries{
     Entry{"desktop", Scenes::desktop},
     Entry{"skyline", Scenes::skyline},
     Entry{"bright", Scenes::brightPhoto},
-};
-constexpr std::array languageEntries{
-    Entry{"dialog", Scenes::dialog},
-    Entry{"menu", Scenes::menu},
-    Entry{"settings", Scenes::settings},
-    Entry{"form", Scenes::form},
-    Entry{"article", Scenes::article},
-    Entry{"chat", Scenes::chat},
-    Entry{"file-list", Scenes::fileList},
-    Entry{"comments", Scenes::comments},
-};
-constexpr std::array mixedEntries{
-    Entry{"chat", Scenes::chat},
-    Entry{"mail-list", Scenes::mailList},
-    Entry{"search-results", Scenes::searchResults},
-    Entry{"notifications", Scenes::notifications},
-    Entry{"side-bar", Scenes::sideBar},
 };
 constexpr std::array dense1080Entries{
     Entry{"editor", Scenes::denseEditor},
@@ -146,6 +122,15 @@ constexpr std::array growingLineCounts{10, 20, 40, 80, 160};
 constexpr std::array growingSizes{QSize(1152, 864), QSize(1632, 1224), QSize(2304, 1728),
     QSize(3264, 2448), QSize(4608, 3456), QSize(6656, 4992), QSize(9472, 7104)};
 
+Drawing smallDrawing(std::string_view name)
+{
+    const auto* const entry = std::find_if(smallEntries.begin(), smallEntries.end(),
+        [&](const Entry& candidate) { return candidate.name == name; });
+    if (entry == smallEntries.end())
+        qFatal("There is no small picture %s", name.data());
+    return entry->draw;
+}
+
 QString splitName(Split split)
 {
     return split == Split::tuning ? u"tuning"_s : u"test"_s;
@@ -180,12 +165,12 @@ public:
             add(group, QString::fromLatin1(entry.name), entry.draw);
     }
 
-    template <typename Entries>
-    void addIn(const QString& group, const Entries& entries, const QList<Language>& languages,
+    template <typename Names>
+    void addIn(const QString& group, const Names& names, const QList<Language>& languages,
         const QStringList& readerLanguages)
     {
-        for (const Entry& entry : entries) {
-            Scene& scene = add(group, QString::fromLatin1(entry.name), entry.draw);
+        for (const char* name : names) {
+            Scene& scene = add(group, QString::fromLatin1(name), smallDrawing(name));
             scene.languages = languages;
             scene.readerLanguages = readerLanguages;
         }
@@ -193,19 +178,19 @@ public:
 
     void addScaled()
     {
-        for (int i = 0; i < int(scaledEntries.size()); ++i) {
+        for (int i = 0; i < int(scaledNames.size()); ++i) {
             const double scale = scales[i % scales.size()];
-            Scene& scene = add(u"scaled"_s,
-                u"%1-%2"_s.arg(QLatin1String(scaledEntries[i].name)).arg(scale * 100),
-                scaledEntries[i].draw);
+            Scene& scene =
+                add(u"scaled"_s, u"%1-%2"_s.arg(QLatin1String(scaledNames[i])).arg(scale * 100),
+                    smallDrawing(scaledNames[i]));
             scene.scale = scale;
         }
     }
 
     void addJpegs()
     {
-        for (int i = 0; i < int(jpegEntries.size()); ++i)
-            add(u"jpeg"_s, QString::fromLatin1(jpegEntries[i].name), jpegEntries[i].draw)
+        for (int i = 0; i < int(jpegNames.size()); ++i)
+            add(u"jpeg"_s, QString::fromLatin1(jpegNames[i]), smallDrawing(jpegNames[i]))
                 .jpegQuality = jpegQualities[i];
     }
 
@@ -266,10 +251,10 @@ QList<Scene> allScenes()
         catalogue.addScaled();
         catalogue.addJpegs();
         catalogue.addPhotos();
-        catalogue.addIn(u"german"_s, languageEntries, {Language::german}, {u"deu"_s});
-        catalogue.addIn(u"french"_s, languageEntries, {Language::french}, {u"fra"_s});
+        catalogue.addIn(u"german"_s, languageNames, {Language::german}, {u"deu"_s});
+        catalogue.addIn(u"french"_s, languageNames, {Language::french}, {u"fra"_s});
         catalogue.addIn(
-            u"mixed"_s, mixedEntries, {Language::english, Language::german}, {u"eng"_s, u"deu"_s});
+            u"mixed"_s, mixedNames, {Language::english, Language::german}, {u"eng"_s, u"deu"_s});
         catalogue.addDense();
         catalogue.addScripts();
         catalogue.addAll(u"no-text"_s, noTextEntries);
