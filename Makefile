@@ -3,7 +3,7 @@
 PREFIX ?= /usr/local
 JOBS ?= $(shell nproc)
 
-.PHONY: all test bench bench-reading bench-rendering bench-history install uninstall clean
+.PHONY: all test bench bench-images bench-reading bench-rendering bench-history install uninstall clean
 
 all:
 	@tools/setup build
@@ -11,6 +11,12 @@ all:
 
 test:
 	@./test
+
+bench-images:
+	@tools/setup build bench
+	@tools/build bench image-bench screen-to-png
+	@build/bench/bench/images/image-bench --benchmark_repetitions=3
+	@bench/images/commands.sh
 
 bench-reading:
 	@tools/setup build bench
@@ -28,7 +34,7 @@ bench-history:
 	@build/bench/bench/history/history-bench memory
 	@build/bench/bench/history/history-bench scan
 
-bench: bench-reading bench-rendering bench-history
+bench: bench-images bench-reading bench-rendering bench-history
 
 install: all
 	@DESTDIR="$(DESTDIR)" cmake --install build/release --prefix "$(PREFIX)"
