@@ -46,7 +46,7 @@ PngPlan planPng(PngRows& rows)
         changedBytes += sample.changedBytes;
     }
     const auto unfiltered = std::ranges::count(plan.strips, PngFilter::none, &PngStrip::filter);
-    const bool isFlat = changedBytes * 50 < bytes || unfiltered * 10 > std::ssize(plan.strips);
+    const bool isFlat = changedBytes * 50 < bytes || unfiltered * 5 > std::ssize(plan.strips) * 2;
     const bool isNoisy = changedBytes * 2 > bytes;
     plan.isSmooth = !isFlat && !isNoisy;
     return plan;

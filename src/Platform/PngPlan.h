@@ -16,7 +16,7 @@ struct PngStrip {
 /// How the pixels of one image are written best.
 struct PngPlan {
     std::vector<PngStrip> strips; ///< From top to bottom; each fits into the processor's cache.
-    /// Whether the picture is smooth all over: neither flat nor noisy.
+    /// Whether the picture is smooth for the most part: neither flat nor noisy.
     bool isSmooth = false;
 };
 
