@@ -202,7 +202,10 @@ Result<DecodedImage> decodeUsual(QIODevice& file, const ImageLimits& limits)
     if (!reader.canRead() || isRefused(reader.format()))
         return unreadable(QStringLiteral("no picture of a known format"));
     const auto header = readHeader(file, reader);
-    if (header.size.isValid() && !isWithin(header, limits))
+    // Nothing is decoded unseen: for icons of ICNS, which tell no size, Qt asks for gigabytes.
+    if (!header.size.isValid())
+        return undecodable(QStringLiteral("the header tells no size"));
+    if (!isWithin(header, limits))
         return undecodable(QStringLiteral("more pixels or scans than a picture may have"));
     const auto size = boundedSize(header.size, limits);
     if (size != header.size && scalesWhileDecoding(header))

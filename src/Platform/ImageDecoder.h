@@ -11,8 +11,7 @@ namespace Platform {
 
 struct DecodedImage {
     QImage image;
-    QSize fileSize; ///< In pixels as the file's header tells, before turning and scaling; else
-                    ///< invalid.
+    QSize fileSize; ///< In pixels as the file tells, before turning and scaling.
     std::optional<double> dotsPerInch; ///< Horizontal; only where the file itself tells.
 };
 
