@@ -22,11 +22,15 @@ function(lumenote_library name)
     target_link_libraries(${name} PUBLIC LumenoteOptions ${ARG_LINK})
 endfunction()
 
-# lumenote_test(Name SOURCES … LINK … [ENVIRONMENT A=b …] [LABELS …]): one GoogleTest program, each
-# of its cases a test of ctest. Those labelled "threaded", which also run under the thread sanitizer,
-# are built by the target threaded-tests.
+# lumenote_test(Name [DESKTOP] SOURCES … LINK … [ENVIRONMENT A=b …] [LABELS …]): one GoogleTest
+# program, each of its cases a test of ctest. With DESKTOP it runs on an X server of its own. Those
+# labelled "threaded", which also run under the thread sanitizer, are built by the target
+# threaded-tests.
 function(lumenote_test name)
-    cmake_parse_arguments(ARG "" "" "SOURCES;LINK;ENVIRONMENT;LABELS" ${ARGN})
+    cmake_parse_arguments(ARG "DESKTOP" "" "SOURCES;LINK;ENVIRONMENT;LABELS" ${ARGN})
+    if(ARG_DESKTOP)
+        list(APPEND ARG_SOURCES ${CMAKE_SOURCE_DIR}/tests/Harness/DesktopMain.cpp)
+    endif()
     add_executable(${name} ${ARG_SOURCES})
     target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
     target_link_libraries(${name} PRIVATE LumenoteOptions TestHarness ${ARG_LINK})

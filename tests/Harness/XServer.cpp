@@ -4,13 +4,20 @@
 
 namespace Harness {
 
-XServer::XServer(const QString& screen)
+QStringList toStrings(const QByteArrayList& texts)
+{
+    QStringList strings;
+    for (const auto& text : texts)
+        strings.append(QString::fromUtf8(text));
+    return strings;
+}
+
+XServer::XServer(const QByteArray& screen, const QByteArrayList& moreArguments)
 {
     // The server itself picks a free number and tells it once it can be connected to.
-    m_server.start(QStringLiteral("Xvfb"),
-        {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-noreset"),
-            QStringLiteral("-nolisten"), QStringLiteral("tcp"), QStringLiteral("-screen"),
-            QStringLiteral("0"), screen});
+    const QByteArrayList arguments{
+        "-displayfd", "1", "-noreset", "-nolisten", "tcp", "-screen", "0", screen};
+    m_server.start(QStringLiteral("Xvfb"), toStrings(arguments + moreArguments));
     const auto hasEnded = [this] { return m_server.state() == QProcess::NotRunning; };
     waitFor([&] { return m_server.canReadLine() || hasEnded(); });
     const auto number = QString::fromLatin1(m_server.readLine()).trimmed();

@@ -1,15 +1,20 @@
 #pragma once
 
+#include <QByteArrayList>
 #include <QProcess>
 #include <QProcessEnvironment>
 #include <QString>
 
 namespace Harness {
 
+/// Arguments of a program, which are in UTF-8.
+QStringList toStrings(const QByteArrayList& texts);
+
 /// An X server without a screen to look at, on a display number of its own, for the time of a test.
 class XServer {
 public:
-    explicit XServer(const QString& screen = QStringLiteral("1280x800x24"));
+    explicit XServer(
+        const QByteArray& screen = "1280x800x24", const QByteArrayList& moreArguments = {});
     ~XServer();
     XServer(const XServer&) = delete;
     XServer& operator=(const XServer&) = delete;
@@ -17,6 +22,7 @@ public:
     bool isRunning() const { return !m_display.isEmpty(); }
     QString failure() const { return m_failure; } ///< Why it isn't.
     QString display() const { return m_display; } ///< As in DISPLAY.
+    qint64 processID() const { return m_server.processId(); }
     /// What a program needs to show itself there.
     QProcessEnvironment environment() const;
 
