@@ -1,8 +1,10 @@
 #include "CLIRunner.h"
 
+#include "Capture/DisplayCapture.h"
 #include "Log.h"
 #include "OCR/OCRService.h"
 #include "Platform/Bundle.h"
+#include "Platform/DisplayServer.h"
 #include "Platform/ImageDecoder.h"
 #include "Platform/StandardStreams.h"
 
@@ -36,11 +38,23 @@ void report(const QByteArray& message)
     end(code);
 }
 
-[[noreturn]] void print(const QString& text)
+void printLine(const QString& text)
 {
     if (!Platform::writeAll(STDOUT_FILENO, text.toUtf8() + '\n'))
         fail("couldn't write the text", notWritten);
+}
+
+[[noreturn]] void print(const QString& text)
+{
+    printLine(text);
     end(succeeded);
+}
+
+[[noreturn]] void endDenied()
+{
+    printLine(QStringLiteral("screen recording: denied"));
+    printLine(QStringLiteral("self-test: cannot capture without Screen Recording"));
+    end(notPermitted);
 }
 
 /// Warnings of Qt and other libraries would stand among the lines of a mode; what matters of a
@@ -119,9 +133,33 @@ void usage()
     end(wrongUsage);
 }
 
-void selfTest()
+void selfTest(Platform::DisplayServer& server)
 {
-    fail("--self-test isn't available yet: this build can't capture the screen", wrongUsage);
+    startMode();
+    if (!server.isRecordingGranted())
+        endDenied();
+    printLine(QStringLiteral("screen recording: granted"));
+    const auto capture = DisplayCapture::capture(server, QRectF(0, 0, 64, 64));
+    runLoop(capture, [&capture] {
+        const auto result = capture.result();
+        if (!result) {
+            printLine(QStringLiteral("self-test: capture FAILED"));
+            end(failed);
+        }
+        printLine(QStringLiteral("capture: %1x%2pt, %3x%4px")
+                      .arg(static_cast<int>(result->pointSize.width()))
+                      .arg(static_cast<int>(result->pointSize.height()))
+                      .arg(result->image.width())
+                      .arg(result->image.height()));
+        print(QStringLiteral("self-test: OK"));
+    });
+}
+
+void selfTest(const Platform::Error& error)
+{
+    startMode();
+    Log::write(Log::capture, error.message);
+    endDenied();
 }
 
 void version()
@@ -143,10 +181,9 @@ void warmUp(OCRService& service)
         [&service] { end(service.phase() == OCRService::Phase::ready ? succeeded : failed); });
 }
 
-void noMode()
+void noDisplayServer(const Platform::Error& error)
 {
-    fail("the desktop program isn't built yet; there are --ocr <image>, --warm-up and --version",
-        wrongUsage);
+    fail("needs a display: " + error.message.toUtf8(), noDisplay);
 }
 
 } // namespace Lumenote::CLIRunner

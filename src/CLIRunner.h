@@ -6,6 +6,15 @@ namespace Lumenote {
 
 class OCRService;
 
+}
+
+namespace Platform {
+class DisplayServer;
+struct Error;
+} // namespace Platform
+
+namespace Lumenote {
+
 /// The modes of the command line. Each ends the process with an exit code of its own, and none
 /// returns: results on standard output, everything else on standard error.
 namespace CLIRunner {
@@ -15,9 +24,11 @@ enum ExitCode {
     loopReturned = 1, ///< The main loop came back by itself, which it never should.
     wrongUsage = 64,
     noImage = 66, ///< The file can't be read or decoded as an image.
-    failed = 70, ///< The warm-up didn't end well.
+    failed = 70, ///< The warm-up or the capture didn't end well.
+    noDisplay = 69, ///< The desktop program found no display server.
     notWritten = 74, ///< Standard output didn't take the result.
     unfinished = 75, ///< Recognition didn't finish.
+    notPermitted = 77, ///< The screen may not be captured.
 };
 
 /// `--ocr <image>`: prints the text of the image at @p path, the bytes as they were given.
@@ -26,8 +37,12 @@ enum ExitCode {
 /// `--ocr` without a path.
 [[noreturn]] void usage();
 
-/// `--self-test`: whether the screen can be captured, which no build can as yet.
-[[noreturn]] void selfTest();
+/// `--self-test`: whether the screen can be captured. In an application on the display of @p
+/// server.
+[[noreturn]] void selfTest(Platform::DisplayServer& server);
+
+/// `--self-test` where there is no display server, for the reason in @p error.
+[[noreturn]] void selfTest(const Platform::Error& error);
 
 /// `--version`.
 [[noreturn]] void version();
@@ -35,8 +50,8 @@ enum ExitCode {
 /// `--warm-up`: whether the recogniser answers.
 [[noreturn]] void warmUp(OCRService& service);
 
-/// No mode at all: the desktop program, which is not there as yet.
-[[noreturn]] void noMode();
+/// No mode at all, which is the desktop program, where there is no display server for it.
+[[noreturn]] void noDisplayServer(const Platform::Error& error);
 
 } // namespace CLIRunner
 

@@ -1,11 +1,23 @@
+#include "AppDelegate.h"
 #include "CLIRunner.h"
 #include "Log.h"
 #include "OCR/OCRService.h"
 #include "Platform/Bundle.h"
+#include "Platform/Desktop/ClipboardPasteboard.h"
+#include "Platform/Desktop/MessageBoxAlerts.h"
+#include "Platform/Desktop/QuitOnTermination.h"
+#include "Platform/Freedesktop/FreedesktopFileSystem.h"
 #include "Platform/Freedesktop/JournalLog.h"
+#include "Platform/Freedesktop/UserDefaultsFile.h"
 #include "Platform/StandardStreams.h"
 #include "Platform/Tesseract/TesseractRecognizer.h"
+#include "Platform/X11/Session.h"
+#include "Platform/X11/X11DisplayServer.h"
+#include "Platform/X11/X11HotKeyRegistrar.h"
+#include "Platform/X11/X11KeyboardLayout.h"
+#include "Platform/X11/X11OverlayKeyboard.h"
 
+#include <QApplication>
 #include <QByteArrayList>
 
 #include <memory>
@@ -26,6 +38,58 @@ std::unique_ptr<OCRService> makeOCRService()
     return std::make_unique<OCRService>(std::make_shared<Platform::TesseractRecognizer>());
 }
 
+/// Qt must show itself where the screen is captured, whatever else there is.
+void stayOnX11()
+{
+    qputenv("QT_QPA_PLATFORM", "xcb");
+}
+
+[[noreturn]] void selfTest(int& argc, char** argv)
+{
+    openLog();
+    auto session = Platform::X11::Session::open({});
+    if (!session)
+        CLIRunner::selfTest(session.error());
+    stayOnX11();
+    const QGuiApplication application(argc, argv);
+    Platform::X11DisplayServer displayServer(*std::move(session));
+    CLIRunner::selfTest(displayServer);
+}
+
+int runDesktopProgram(int& argc, char** argv)
+{
+    openLog();
+    auto session = Platform::X11::Session::open({});
+    if (!session)
+        CLIRunner::noDisplayServer(session.error());
+    stayOnX11();
+    const QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    const Platform::QuitOnTermination quitOnTermination;
+
+    const auto bundle = Platform::mainBundle();
+    const auto files = std::make_shared<Platform::FreedesktopFileSystem>();
+    const auto ocr = makeOCRService();
+    Platform::MessageBoxAlerts alerts;
+    Platform::X11DisplayServer displayServer(*std::move(session));
+    Platform::X11HotKeyRegistrar hotKeyRegistrar;
+    Platform::X11KeyboardLayout keyboardLayout;
+    Platform::X11OverlayKeyboard overlayKeyboard;
+    Platform::ClipboardPasteboard pasteboard;
+    Platform::UserDefaultsFile userDefaults(Platform::UserDefaultsFile::standardPath(bundle));
+    AppDelegate delegate(CaptureStore(CaptureStore::applicationSupport(*files, bundle), files),
+        {.ocr = *ocr,
+            .alerts = alerts,
+            .displayServer = displayServer,
+            .hotKeyRegistrar = hotKeyRegistrar,
+            .keyboardLayout = keyboardLayout,
+            .overlayKeyboard = overlayKeyboard,
+            .pasteboard = pasteboard,
+            .userDefaults = userDefaults});
+    delegate.finishLaunching();
+    return QApplication::exec();
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -42,12 +106,12 @@ int main(int argc, char** argv)
         CLIRunner::run(arguments.at(ocr + 1).toStdString(), *makeOCRService());
     }
     if (arguments.contains("--self-test"))
-        CLIRunner::selfTest();
+        selfTest(argc, argv);
     if (arguments.contains("--version"))
         CLIRunner::version();
     if (arguments.contains("--warm-up")) {
         openLog();
         CLIRunner::warmUp(*makeOCRService());
     }
-    CLIRunner::noMode();
+    return runDesktopProgram(argc, argv);
 }

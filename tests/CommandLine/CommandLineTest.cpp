@@ -1,6 +1,7 @@
 // The real program, as a shell starts it.
 
 #include "Harness/Waiting.h"
+#include "Harness/XServer.h"
 
 #include <QFile>
 #include <QFont>
@@ -184,14 +185,32 @@ TEST_F(CommandLineTest, withoutLanguageDataTheUserIsToldWhatToInstall)
     }
 }
 
-TEST_F(CommandLineTest, whatIsNotBuiltYetSaysSo)
+TEST_F(CommandLineTest, withoutADisplayTheDesktopProgramEndsWithAMessage)
 {
-    for (const QByteArray arguments : {"", "--unknown", "--self-test"}) {
+    for (const QByteArray arguments : {"", "--unknown"}) {
         const auto outcome = run("$LUMENOTE " + arguments);
-        EXPECT_EQ(outcome.exitCode, 64) << arguments.toStdString();
+        EXPECT_EQ(outcome.exitCode, 69) << arguments.toStdString();
         EXPECT_EQ(outcome.output, "") << arguments.toStdString();
-        EXPECT_TRUE(outcome.error.startsWith("lumenote: ")) << arguments.toStdString();
+        EXPECT_TRUE(outcome.error.startsWith("lumenote: needs a display: "))
+            << outcome.error.toStdString();
     }
+}
+
+TEST_F(CommandLineTest, theSelfTestProvesThatTheScreenCanBeCaptured)
+{
+    const auto denied = run("$LUMENOTE --self-test");
+    EXPECT_EQ(denied.exitCode, 77);
+    EXPECT_EQ(denied.output,
+        "screen recording: denied\nself-test: cannot capture without Screen Recording\n");
+    EXPECT_TRUE(denied.error.startsWith("lumenote: capture ")) << denied.error.toStdString();
+
+    const Harness::XServer server;
+    ASSERT_TRUE(server.isRunning()) << qPrintable(server.failure());
+    const auto granted =
+        run("DISPLAY=" + server.display().toLocal8Bit() + " $LUMENOTE --self-test");
+    EXPECT_EQ(granted.exitCode, 0) << granted.error.toStdString();
+    EXPECT_EQ(
+        granted.output, "screen recording: granted\ncapture: 64x64pt, 64x64px\nself-test: OK\n");
 }
 
 TEST_F(CommandLineTest, anInterruptLeavesNothingHalfDone)
