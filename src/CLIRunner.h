@@ -13,11 +13,9 @@ class DisplayServer;
 struct Error;
 } // namespace Platform
 
-namespace Lumenote {
-
 /// The modes of the command line. Each ends the process with an exit code of its own, and none
 /// returns: results on standard output, everything else on standard error.
-namespace CLIRunner {
+namespace Lumenote::CLIRunner {
 
 enum ExitCode {
     succeeded = 0,
@@ -53,6 +51,4 @@ enum ExitCode {
 /// No mode at all, which is the desktop program, where there is no display server for it.
 [[noreturn]] void noDisplayServer(const Platform::Error& error);
 
-} // namespace CLIRunner
-
-} // namespace Lumenote
+} // namespace Lumenote::CLIRunner

@@ -20,6 +20,7 @@
 #include <QApplication>
 #include <QByteArrayList>
 
+#include <cstdlib>
 #include <memory>
 
 namespace {
@@ -113,5 +114,8 @@ int main(int argc, char** argv)
         openLog();
         CLIRunner::warmUp(*makeOCRService());
     }
-    return runDesktopProgram(argc, argv);
+    const int exitCode = runDesktopProgram(argc, argv);
+    // Without the rest of the clean-up: threads left behind may still recognise, and must not meet
+    // destroyed statics. All that must be on disk is there.
+    std::_Exit(exitCode);
 }

@@ -134,6 +134,14 @@ public:
         }
     }
 
+    /// Once this returns, no probe is drawn any more: drawing needs the application object, which
+    /// may go as soon as the service is gone.
+    void abandonWarmUp()
+    {
+        m_warmUpStop.request_stop();
+        const std::scoped_lock hold(m_drawing);
+    }
+
     Phase phase() const
     {
         const std::scoped_lock hold(m_lock);
@@ -194,13 +202,23 @@ private:
             if (outcome.succeeded && outcome.compiled)
                 ++modelLoads;
         }
-        endWarmUp(
-            outcome.succeeded ? Phase::ready : Phase::failed, m_settings.now() - start, modelLoads);
+        if (!m_warmUpStop.stop_requested())
+            endWarmUp(outcome.succeeded ? Phase::ready : Phase::failed, m_settings.now() - start,
+                modelLoads);
+    }
+
+    /// Null once the warm-up is abandoned.
+    QImage drawProbe(const ProbeSpec& probe)
+    {
+        const std::scoped_lock hold(m_drawing);
+        return m_warmUpStop.stop_requested() ? QImage() : probeImage(probe.lines, probe.kind);
     }
 
     ProbeOutcome runProbe(const ProbeSpec& probe)
     {
-        const auto image = probeImage(probe.lines, probe.kind);
+        const auto image = drawProbe(probe);
+        if (m_warmUpStop.stop_requested())
+            return {};
         if (image.isNull()) {
             Log::write(Log::ocr,
                 QStringLiteral("warm-up failed — couldn't build the %1-line probe image")
@@ -208,7 +226,7 @@ private:
             return {};
         }
         const auto start = m_settings.now();
-        const auto observations = perform(image, m_settings.probeLimit, {});
+        const auto observations = perform(image, m_settings.probeLimit, m_warmUpStop.get_token());
         return {.succeeded = observations.has_value(),
             .compiled = OCRTimes::isModelLoad(m_settings.now() - start)};
     }
@@ -233,6 +251,8 @@ private:
 
     const std::shared_ptr<Platform::TextRecognizer> m_recognizer;
     const Settings m_settings;
+    std::stop_source m_warmUpStop;
+    std::mutex m_drawing; ///< Held while a probe is drawn.
 
     mutable std::mutex m_lock; ///< Guards what follows; never held across a probe or a recognition.
     std::condition_variable_any m_firstProbeEnded;
@@ -251,7 +271,10 @@ OCRService::OCRService(std::shared_ptr<Platform::TextRecognizer> recognizer, Set
 {
 }
 
-OCRService::~OCRService() = default;
+OCRService::~OCRService()
+{
+    m_core->abandonWarmUp();
+}
 
 QFuture<OCRResult> OCRService::recognize(const QImage& image, std::stop_token stop)
 {

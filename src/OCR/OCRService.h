@@ -43,6 +43,7 @@ public:
 
     explicit OCRService(std::shared_ptr<Platform::TextRecognizer> recognizer);
     OCRService(std::shared_ptr<Platform::TextRecognizer> recognizer, Settings settings);
+    /// Ends a warm-up under way; recognitions under way still answer.
     ~OCRService();
     OCRService(const OCRService&) = delete;
     OCRService& operator=(const OCRService&) = delete;
