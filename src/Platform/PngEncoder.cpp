@@ -2,8 +2,8 @@
 
 #include "Platform/Compression.h"
 #include "Platform/PngPlan.h"
+#include "Platform/RgbColorSpace.h"
 
-#include <QColorSpace>
 #include <QtEndian>
 
 #include <algorithm>
@@ -96,11 +96,15 @@ QByteArray header(const QImage& image, bool isOpaque)
         + QByteArray(1, colourType) + QByteArray(3, '\0');
 }
 
-/// The profile of a grey image doesn't fit to red, green and blue.
-bool fitsColours(const QByteArray& profile)
+/// The image with a colour space that its red, green and blue can be in, or with none.
+QImage withFittingColours(QImage image)
 {
-    constexpr qsizetype modelOffset = 16; // Of the colour model in the profile's header.
-    return profile.isEmpty() || profile.mid(modelOffset, 4) == "RGB ";
+    const auto space = image.colorSpace();
+    if (!space.isValid())
+        image.setColorSpace({});
+    else if (!isRgb(space))
+        image.convertToColorSpace(QColorSpace::SRgb);
+    return image;
 }
 
 void appendColourSpace(PngFile& file, const QColorSpace& colourSpace)
@@ -129,12 +133,13 @@ void appendResolution(PngFile& file, double dotsPerInch)
     file.appendChunk("pHYs", dotsPerMetre + dotsPerMetre + metre);
 }
 
-QByteArray encode(QImage image, double dotsPerInch)
+QByteArray encode(const QImage& given, double dotsPerInch)
 {
-    if (image.isNull())
+    if (given.isNull())
         throw Failure{"no image"};
-    if (!fitsColours(image.colorSpace().iccProfile()))
-        image.convertToColorSpace(QColorSpace::SRgb);
+    const auto image = withFittingColours(given);
+    if (image.isNull())
+        throw std::bad_alloc();
     PngRows rows(image);
     PngFile file;
     file.appendChunk("IHDR", header(image, rows.isOpaque()));

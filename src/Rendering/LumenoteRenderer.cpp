@@ -1,5 +1,7 @@
 #include "Rendering/LumenoteRenderer.h"
 
+#include "Platform/RgbColorSpace.h"
+
 #include <QColorTransform>
 #include <QPainter>
 #include <QPainterPath>
@@ -130,15 +132,11 @@ QImage makeContext(const QImage& image, QSize size, const QColorSpace& space)
     return context;
 }
 
-/// Whether the colours of @p image are told by a space of red, green and blue. Qt has no question
-/// for that: it takes the profiles of grey images too.
 bool hasRgbColorSpace(const QImage& image)
 {
-    constexpr qsizetype modelOffset = 16; // In the header of a profile, see ICC.1 section 7.2.
-    const auto space = image.colorSpace();
     const auto model = image.pixelFormat().colorModel();
-    return (model == QPixelFormat::RGB || model == QPixelFormat::BGR) && space.isValid()
-        && space.iccProfile().mid(modelOffset, 4) == "RGB ";
+    return (model == QPixelFormat::RGB || model == QPixelFormat::BGR)
+        && Platform::isRgb(image.colorSpace());
 }
 
 } // namespace

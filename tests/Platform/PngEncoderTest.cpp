@@ -1,5 +1,7 @@
 #include "Platform/PngEncoder.h"
 
+#include "Harness/IccProfile.h"
+
 #include <QBuffer>
 #include <QColorSpace>
 #include <QImageReader>
@@ -175,6 +177,8 @@ TEST(PngEncoderTest, theColourSpaceIsKept)
         Row{"displayP3", QColorSpace::DisplayP3, QColorSpace::DisplayP3},
         Row{"adobeRgb", QColorSpace::AdobeRgb, QColorSpace::AdobeRgb},
         Row{"ofItsOwn", wide, wide},
+        Row{"unusable", QColorSpace::fromIccProfile(Harness::iccProfile("CMYK")),
+            QColorSpace::SRgb},
     };
     for (const auto& row : rows) {
         auto image = drawn({5, 4}, Content::noise, Opacity::mixed);
@@ -183,6 +187,17 @@ TEST(PngEncoderTest, theColourSpaceIsKept)
         EXPECT_EQ(back.colorSpace(), row.expected) << row.name;
         EXPECT_EQ(difference(image, back), "") << row.name;
     }
+}
+
+TEST(PngEncoderTest, greysAreWrittenAsColours)
+{
+    QImage image(5, 4, QImage::Format_RGB32);
+    image.fill(QColor(180, 180, 180));
+    image.setColorSpace(QColorSpace::fromIccProfile(Harness::iccProfile("GRAY")));
+    ASSERT_TRUE(image.colorSpace().isValid());
+    const auto back = decoded(*encodePng(image, 72));
+    EXPECT_EQ(back.colorSpace(), QColorSpace(QColorSpace::SRgb));
+    EXPECT_NEAR(qGreen(back.pixel(2, 2)), 180, 2);
 }
 
 TEST(PngEncoderTest, theResolutionIsKept)

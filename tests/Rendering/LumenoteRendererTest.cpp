@@ -1,9 +1,9 @@
 #include "Rendering/LumenoteRenderer.h"
 
+#include "Harness/IccProfile.h"
 #include "Rendering/PixelReference.h"
 
 #include <QColorSpace>
-#include <QtEndian>
 
 #include <algorithm>
 #include <array>
@@ -219,28 +219,12 @@ TEST(LumenoteRendererTest, extremeNumbersAreHarmless)
     EXPECT_EQ(drawn, white);
 }
 
-/// The profile of a grey image with gamma 2.2.
-QByteArray greyProfile()
-{
-    const auto number = [](quint32 value) {
-        QByteArray bytes(4, '\0');
-        qToBigEndian(value, bytes.data());
-        return bytes;
-    };
-    const auto zeros = [](int count) { return QByteArray(count, '\0'); };
-    const auto white = number(0xf6d6) + number(0x10000) + number(0xd32d);
-    return number(190) + zeros(4) + number(0x02400000) + "mntrGRAYXYZ " + zeros(12) + "acsp"
-        + zeros(28) + white + zeros(48) // That was the header; now two tags and their values.
-        + number(2) + "wtpt" + number(156) + number(20) + "kTRC" + number(176) + number(14) + "XYZ "
-        + zeros(4) + white + "curv" + zeros(4) + number(1) + QByteArray("\2\x33\0\0", 4);
-}
-
 TEST(LumenoteRendererTest, imagesWithoutColoursOfTheirOwnBecomeSRgb)
 {
     const QColorSpace none;
     const QColorSpace sRgb(QColorSpace::SRgb);
     const QColorSpace p3(QColorSpace::DisplayP3);
-    const auto grey = QColorSpace::fromIccProfile(greyProfile());
+    const auto grey = QColorSpace::fromIccProfile(Harness::iccProfile("GRAY"));
     ASSERT_TRUE(grey.isValid());
     struct Row {
         const char* name;
