@@ -1,5 +1,7 @@
 #include "Platform/ImageSource.h"
 
+#include "Platform/Descriptor.h"
+
 #include <QBuffer>
 #include <QFile>
 
@@ -10,7 +12,6 @@
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
-#include <utility>
 
 namespace Platform {
 
@@ -26,32 +27,6 @@ tl::unexpected<Error> unreadable(int errorNumber)
     return unreadable(QString::fromStdString(std::generic_category().message(errorNumber)));
 }
 
-class Descriptor {
-public:
-    explicit Descriptor(int number)
-        : m_number(number)
-    {
-    }
-    ~Descriptor()
-    {
-        if (m_number >= 0)
-            close(m_number);
-    }
-    Descriptor(Descriptor&& other) noexcept
-        : m_number(std::exchange(other.m_number, -1))
-    {
-    }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    Descriptor& operator=(Descriptor&&) = delete;
-
-    int number() const { return m_number; }
-    int release() { return std::exchange(m_number, -1); }
-
-private:
-    int m_number;
-};
-
 bool isReadableKind(const struct stat& status)
 {
     return S_ISREG(status.st_mode) || S_ISFIFO(status.st_mode);
@@ -66,7 +41,7 @@ Result<Descriptor> openForReading(const std::filesystem::path& path)
     if (!isReadableKind(status))
         return unreadable(QStringLiteral("neither a file nor a pipe"));
     Descriptor descriptor(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
-    if (descriptor.number() < 0)
+    if (!descriptor)
         return unreadable(errno);
     return descriptor;
 }
