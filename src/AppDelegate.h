@@ -54,6 +54,9 @@ public:
     /// Captures the display under the pointer, unless a capture is running already.
     void captureFullScreen();
 
+    /// Lets nothing be lost where the process ends without destroying this.
+    void finishWriting() { m_history.finishWriting(); }
+
     const CaptureHistory& history() const { return m_history; }
     bool isCapturing() const { return m_isCapturing; }
     bool hotKeyUnavailable() const { return m_hotKeyUnavailable; }

@@ -23,7 +23,7 @@ enum ExitCode {
     wrongUsage = 64,
     noImage = 66, ///< The file can't be read or decoded as an image.
     failed = 70, ///< The warm-up or the capture didn't end well.
-    noDisplay = 69, ///< The desktop program found no display server.
+    noDisplay = 69, ///< The desktop program found no display server, or lost it.
     notWritten = 74, ///< Standard output didn't take the result.
     unfinished = 75, ///< Recognition didn't finish.
     notPermitted = 77, ///< The screen may not be captured.
@@ -48,7 +48,8 @@ enum ExitCode {
 /// `--warm-up`: whether the recogniser answers.
 [[noreturn]] void warmUp(OCRService& service);
 
-/// No mode at all, which is the desktop program, where there is no display server for it.
+/// No mode at all, which is the desktop program, where there is no display server for it, or none
+/// any more.
 [[noreturn]] void noDisplayServer(const Platform::Error& error);
 
 } // namespace Lumenote::CLIRunner

@@ -11,6 +11,8 @@
 #include "Platform/Freedesktop/UserDefaultsFile.h"
 #include "Platform/StandardStreams.h"
 #include "Platform/Tesseract/TesseractRecognizer.h"
+#include "Platform/Threads.h"
+#include "Platform/X11/EndOnServerLoss.h"
 #include "Platform/X11/Session.h"
 #include "Platform/X11/X11DisplayServer.h"
 #include "Platform/X11/X11HotKeyRegistrar.h"
@@ -20,12 +22,16 @@
 #include <QApplication>
 #include <QByteArrayList>
 
+#include <chrono>
 #include <cstdlib>
 #include <memory>
 
 namespace {
 
 using namespace Lumenote;
+
+/// Far more than it takes to leave a server that answers.
+constexpr std::chrono::seconds partingTime(2);
 
 void openLog()
 {
@@ -77,18 +83,28 @@ int runDesktopProgram(int& argc, char** argv)
     Platform::X11KeyboardLayout keyboardLayout;
     Platform::X11OverlayKeyboard overlayKeyboard;
     Platform::ClipboardPasteboard pasteboard;
-    Platform::UserDefaultsFile userDefaults(Platform::UserDefaultsFile::standardPath(bundle));
-    AppDelegate delegate(CaptureStore(CaptureStore::applicationSupport(*files, bundle), files),
-        {.ocr = *ocr,
-            .alerts = alerts,
-            .displayServer = displayServer,
-            .hotKeyRegistrar = hotKeyRegistrar,
-            .keyboardLayout = keyboardLayout,
-            .overlayKeyboard = overlayKeyboard,
-            .pasteboard = pasteboard,
-            .userDefaults = userDefaults});
-    delegate.finishLaunching();
-    return QApplication::exec();
+    int exitCode = 0;
+    {
+        Platform::UserDefaultsFile userDefaults(Platform::UserDefaultsFile::standardPath(bundle));
+        AppDelegate delegate(CaptureStore(CaptureStore::applicationSupport(*files, bundle), files),
+            {.ocr = *ocr,
+                .alerts = alerts,
+                .displayServer = displayServer,
+                .hotKeyRegistrar = hotKeyRegistrar,
+                .keyboardLayout = keyboardLayout,
+                .overlayKeyboard = overlayKeyboard,
+                .pasteboard = pasteboard,
+                .userDefaults = userDefaults});
+        const Platform::EndOnServerLoss endOnServerLoss([&delegate] {
+            delegate.finishWriting();
+            CLIRunner::noDisplayServer({.message = QStringLiteral("the X server is gone")});
+        });
+        delegate.finishLaunching();
+        exitCode = QApplication::exec();
+    }
+    // All that must be on disk is there. The rest waits for the server, which may hang.
+    Platform::endWithin(partingTime, exitCode);
+    return exitCode;
 }
 
 } // namespace
@@ -116,6 +132,6 @@ int main(int argc, char** argv)
     }
     const int exitCode = runDesktopProgram(argc, argv);
     // Without the rest of the clean-up: threads left behind may still recognise, and must not meet
-    // destroyed statics. All that must be on disk is there.
+    // destroyed statics.
     std::_Exit(exitCode);
 }

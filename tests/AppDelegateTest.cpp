@@ -80,6 +80,8 @@ TEST_F(AppDelegateTest, aFullScreenEndsInTheHistoryWithItsText)
     ASSERT_TRUE(waitUntilIdle());
     ASSERT_EQ(entries().size(), 1);
     EXPECT_EQ(entries().constFirst().pixelSize, QSize(1920, 1080));
+    delegate->finishWriting();
+    EXPECT_TRUE(std::filesystem::exists(*entries().constFirst().fileURL)) << "without a turn";
     EXPECT_TRUE(Harness::waitFor([this] { return entries().constFirst().isTextStored; }));
     EXPECT_EQ(entries().constFirst().model->displayText(), QStringLiteral("on screen"));
 }

@@ -76,6 +76,9 @@ public:
     /// once where it wasn't.
     QFuture<Selection> select(const QUuid& id);
 
+    /// Comes back once all that is to be written so far is on disk.
+    void finishWriting() { m_io.finish(); }
+
     /// Removes an entry, and moves its file to the trash. An opened image's own file stays.
     void deleteEntry(const QUuid& id);
 

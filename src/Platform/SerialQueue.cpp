@@ -2,6 +2,7 @@
 
 #include "Platform/Threads.h"
 
+#include <future>
 #include <utility>
 
 namespace Platform {
@@ -28,6 +29,13 @@ void SerialQueue::run(Work work)
         m_waiting.push_back(std::move(work));
     }
     m_changed.notify_one();
+}
+
+void SerialQueue::finish()
+{
+    std::promise<void> isDone;
+    run([&isDone] { isDone.set_value(); });
+    isDone.get_future().wait();
 }
 
 void SerialQueue::workUntilEnded()

@@ -22,6 +22,9 @@ public:
     /// Queues @p work, which must not throw, and comes back at once. Any thread.
     void run(Work work);
 
+    /// Comes back once all that was queued before is done. Not to be called by that work.
+    void finish();
+
 private:
     void workUntilEnded();
 

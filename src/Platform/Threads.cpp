@@ -1,5 +1,6 @@
 #include "Platform/Threads.h"
 
+#include <cstdlib>
 #include <sys/resource.h>
 #include <system_error>
 #include <thread>
@@ -16,6 +17,14 @@ bool startDetachedThread(std::function<void()> work)
     } catch (const std::system_error&) {
         return false;
     }
+}
+
+void endWithin(std::chrono::milliseconds limit, int exitCode)
+{
+    startDetachedThread([limit, exitCode] {
+        std::this_thread::sleep_for(limit);
+        std::_Exit(exitCode);
+    });
 }
 
 void runAtUtilityPriority()
