@@ -94,7 +94,7 @@ TEST_P(SelectionOverlays, showADragOnBothDisplaysAndMeasureItInPoints)
 TEST_P(SelectionOverlays, showAndPickTheWindowUnderThePointer)
 {
     const PaintedWindow window({900, 500, 300, 200}, windowColor,
-        {"plain", "1", "name", "Grüße – 写真", "class", "Painter"});
+        {"plain", "1", "frameless", "1", "name", "Grüße – 写真", "class", "Painter"});
     ASSERT_TRUE(waitForPixel({1050, 650}, windowColor));
     m_before = m_root.picture();
     const auto listed = DisplayCapture::capturableWindows(*m_server);

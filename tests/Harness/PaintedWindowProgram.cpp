@@ -4,9 +4,12 @@
 //
 // The colour is hexadecimal. Options: name (UTF-8), latin-name, class (both names of WM_CLASS),
 // type and state (the last part of an EWMH atom), border (pixels), shadow (its own, on all sides),
-// alpha (hexadecimal, of a visual that has it), plain (one colour) and unmanaged (any value).
+// alpha (hexadecimal, of a visual that has it), picture (a file that is shown instead of a
+// pattern), and, of any value, plain (one colour), frameless and unmanaged.
 
 #include "Harness/PaintedWindow.h"
+
+#include <QImage>
 
 #include <xcb/xcb.h>
 
@@ -56,11 +59,13 @@ private:
     void setItems(
         const char* property, xcb_atom_t type, const std::vector<std::uint32_t>& items) const;
     void describe() const;
+    std::uint32_t pixel(int x, int y) const;
     void paint() const;
 
     std::map<std::string, std::string> m_options;
     std::array<int, 4> m_rect{};
     std::uint32_t m_color;
+    QImage m_picture;
     xcb_connection_t* m_xcb;
     xcb_screen_t* m_screen;
     xcb_window_t m_window;
@@ -75,6 +80,8 @@ Program::Program(const char* const* numbers, std::map<std::string, std::string> 
     , m_window(xcb_generate_id(m_xcb))
     , m_context(xcb_generate_id(m_xcb))
 {
+    if (has("picture"))
+        m_picture.load(QString::fromStdString(m_options.at("picture")));
     for (std::size_t i = 0; i < m_rect.size(); ++i)
         m_rect.at(i) = std::atoi(numbers[i]);
 }
@@ -150,6 +157,8 @@ void Program::describe() const
     if (has("shadow"))
         setItems("_GTK_FRAME_EXTENTS", XCB_ATOM_CARDINAL,
             std::vector<std::uint32_t>(4, number("shadow", 10)));
+    if (has("frameless"))
+        setItems("_MOTIF_WM_HINTS", atom("_MOTIF_WM_HINTS"), {2, 0, 0, 0, 0});
     setItems("_NET_WM_PID", XCB_ATOM_CARDINAL, {static_cast<std::uint32_t>(getpid())});
     // So that a window manager doesn't choose a place: position and size by the user.
     std::vector<std::uint32_t> hints(18, 0);
@@ -158,18 +167,24 @@ void Program::describe() const
         XCB_ATOM_WM_SIZE_HINTS, 32, static_cast<std::uint32_t>(hints.size()), hints.data());
 }
 
+std::uint32_t Program::pixel(int x, int y) const
+{
+    if (m_picture.valid(x, y))
+        return m_picture.pixel(x, y);
+    return has("plain") || has("alpha") ? (number("alpha", 16) << 24) | m_color
+                                        : Harness::patternPixel(m_color, x, y);
+}
+
 void Program::paint() const
 {
     const auto width = m_rect[2];
     const auto depth = has("alpha") ? alphaDepth : patternDepth;
-    const bool isPlain = has("plain") || has("alpha");
     for (int top = 0; top < m_rect[3]; top += rowsAtOnce) {
         const int rows = std::min(rowsAtOnce, m_rect[3] - top);
         std::vector<std::uint32_t> pixels;
         for (int y = top; y < top + rows; ++y)
             for (int x = 0; x < width; ++x)
-                pixels.push_back(isPlain ? (number("alpha", 16) << 24) | m_color
-                                         : Harness::patternPixel(m_color, x, y));
+                pixels.push_back(pixel(x, y));
         xcb_put_image(m_xcb, XCB_IMAGE_FORMAT_Z_PIXMAP, m_window, m_context,
             static_cast<std::uint16_t>(width), static_cast<std::uint16_t>(rows), 0,
             static_cast<std::int16_t>(top), 0, depth,

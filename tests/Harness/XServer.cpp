@@ -2,6 +2,8 @@
 
 #include "Harness/Waiting.h"
 
+#include <csignal>
+
 namespace Harness {
 
 QStringList toStrings(const QByteArrayList& texts)
@@ -33,6 +35,11 @@ XServer::~XServer()
     m_server.terminate();
     if (!m_server.waitForFinished(patience))
         m_server.kill();
+}
+
+void XServer::signal(int number) const
+{
+    ::kill(static_cast<pid_t>(processID()), number);
 }
 
 QProcessEnvironment XServer::environment() const

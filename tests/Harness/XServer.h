@@ -23,6 +23,7 @@ public:
     QString failure() const { return m_failure; } ///< Why it isn't.
     QString display() const { return m_display; } ///< As in DISPLAY.
     qint64 processID() const { return m_server.processId(); }
+    void signal(int number) const; ///< To stop it, or to kill it.
     /// What a program needs to show itself there.
     QProcessEnvironment environment() const;
 
