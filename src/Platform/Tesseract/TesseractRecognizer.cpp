@@ -1,5 +1,6 @@
 #include "Platform/Tesseract/TesseractRecognizer.h"
 
+#include "Platform/Tesseract/GlyphRepair.h"
 #include "Platform/Tesseract/LanguagePass.h"
 #include "Platform/Tesseract/LineReader.h"
 #include "Platform/Tesseract/TextFilter.h"
@@ -53,6 +54,7 @@ Result<QList<TextObservation>> TesseractRecognizer::recognize(
         return tl::make_unexpected(cancelled());
     if (!readings)
         return tl::make_unexpected(readings.error());
+    repairByGlyphs(page, *readings);
     settleLoneLetters(page, *readings);
 
     QList<TextObservation> observations;

@@ -99,10 +99,12 @@ bool isBesideDigit(Word word, std::size_t symbol)
         || (symbol + 1 < word.size() && first(word[symbol + 1]).isDigit());
 }
 
-/// Letters that no hexadecimal number has, each beside a digit, in a word that is one but for them.
+/// Letters that no hexadecimal number has, in a word that is one but for them: each beside a digit,
+/// or anywhere where the word is too long to be made of such letters by chance.
 void repairHexNumbers(Word word)
 {
     constexpr std::size_t shortestNumber = 7;
+    constexpr std::size_t longNumber = 10;
     constexpr std::size_t fewestDigits = 3;
     std::size_t digits = 0;
     std::vector<std::size_t> mistaken;
@@ -111,7 +113,7 @@ void repairHexNumbers(Word word)
         digits += character.isDigit() ? 1 : 0;
         if (isHexDigit(character) || character == u'-')
             continue;
-        if (!hexDigitFor(character) || !isBesideDigit(word, symbol))
+        if (!hexDigitFor(character) || (word.size() < longNumber && !isBesideDigit(word, symbol)))
             return;
         mistaken.push_back(symbol);
     }
@@ -135,6 +137,27 @@ void repairControlKey(Word word)
         if (isKey && ends && begins)
             word[start + 3].text = QStringLiteral("l");
     }
+}
+
+/// A capital "I" in the small letters that end the name of a file is an "l": ".xlsx", ".html".
+void repairEnding(Word word)
+{
+    constexpr std::size_t longestEnding = 5;
+    std::size_t start = word.size();
+    while (start > 0 && first(word[start - 1]) != u'.')
+        --start;
+    if (start < 2 || word.size() - start > longestEnding || word.size() - start < 2)
+        return;
+    const Word ending = word.subspan(start);
+    const bool isLowerCase = std::all_of(ending.begin(), ending.end(),
+        [](const ReadSymbol& symbol) { return first(symbol).isLower() || first(symbol) == u'I'; });
+    // "isId" and its like are names in a program.
+    const bool isName = first(ending.back()) == u'd' || first(ending.back()) == u't';
+    if (!isLowerCase || first(ending.front()) == u'I' || isName)
+        return;
+    for (ReadSymbol& symbol : ending)
+        if (first(symbol) == u'I')
+            symbol.text = QStringLiteral("l");
 }
 
 QChar openerOf(QChar closer)
@@ -171,6 +194,7 @@ void repair(std::vector<ReadSymbol>& symbols)
     for (const Word word : words) {
         repairHexNumbers(word);
         repairControlKey(word);
+        repairEnding(word);
     }
 }
 
