@@ -34,8 +34,11 @@ public:
 
     QStringList messages() const
     {
+        // Not by a copy of the list: a list grows in place once its copies are gone, which it asks
+        // without waiting for what was read of them.
+        const std::scoped_lock hold(m_lock);
         QStringList messages;
-        for (const auto& entry : entries())
+        for (const auto& entry : m_entries)
             messages.append(entry.message);
         return messages;
     }
