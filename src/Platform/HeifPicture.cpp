@@ -80,6 +80,12 @@ bool decodeInto(
         return false;
     picture.width = heif.imageWidth(decoded, heif_channel_interleaved);
     picture.height = heif.imageHeight(decoded, heif_channel_interleaved);
+    if (picture.width != heif.uprightWidth(handle)
+        || picture.height != heif.uprightHeight(handle)) {
+        // The file lies: what is coded inside has another size.
+        picture.fileWidth = picture.width;
+        picture.fileHeight = picture.height;
+    }
     const auto* pixels = heif.pixels(decoded, heif_channel_interleaved, &picture.rowBytes);
     const auto colours = profile(heif, handle);
     const auto tags = exif(heif, handle);
