@@ -26,6 +26,15 @@ PaintedWindow::~PaintedWindow()
     close();
 }
 
+QImage PaintedWindow::pattern(const QRect& rect) const
+{
+    QImage image(rect.size(), QImage::Format_RGB32);
+    for (int y = 0; y < rect.height(); ++y)
+        for (int x = 0; x < rect.width(); ++x)
+            image.setPixel(x, y, patternPixel(m_color, rect.x() + x, rect.y() + y));
+    return image;
+}
+
 void PaintedWindow::close()
 {
     m_process.kill();

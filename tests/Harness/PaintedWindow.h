@@ -2,6 +2,7 @@
 
 #include <QByteArrayList>
 #include <QColor>
+#include <QImage>
 #include <QProcess>
 #include <QRect>
 
@@ -30,6 +31,8 @@ public:
     quint32 id() const { return m_id; } ///< Zero where it was never shown.
     qint64 processID() const { return m_process.processId(); }
     std::uint32_t color() const { return m_color; }
+    /// What the part of it at @p rect of its content shows.
+    QImage pattern(const QRect& rect) const;
     void close();
     void stop() const; ///< The program does nothing any more, but its window stays.
 

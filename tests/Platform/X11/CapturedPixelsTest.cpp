@@ -96,7 +96,7 @@ TEST_P(CapturedPixels, aRegionShowsTheWindowBelowOurs)
             below.stop();
         const OwnWindow own(content.adjusted(-30, -30, -100, -80), row.look);
         const auto covered = content.adjusted(0, 0, -90, -70); // And a bit more.
-        EXPECT_TRUE(region(covered) == pattern(below, covered.translated(-content.topLeft())))
+        EXPECT_TRUE(region(covered) == below.pattern(covered.translated(-content.topLeft())))
             << row.name;
     }
 }
@@ -110,9 +110,9 @@ TEST_P(CapturedPixels, aRegionShowsWindowsInTheirOrderBelowOurs)
     const OwnWindow own(windowRect.adjusted(-40, -40, 40, 40));
 
     const QRect inBack(backContent.topLeft(), QSize(60, 50));
-    EXPECT_TRUE(region(inBack) == pattern(back, {0, 0, 60, 50}));
+    EXPECT_TRUE(region(inBack) == back.pattern({0, 0, 60, 50}));
     const auto inFront = QRect(frontContent.topLeft(), backContent.bottomRight());
-    EXPECT_TRUE(region(inFront) == pattern(front, {{}, inFront.size()}));
+    EXPECT_TRUE(region(inFront) == front.pattern({{}, inFront.size()}));
 }
 
 TEST_P(PixelsWithoutCompositor, aRegionShowsTheBackgroundBelowOurWindows)
@@ -138,8 +138,8 @@ TEST_P(PixelsUnderCompositor, aWindowOfOursThatFadesLeavesNoTrace)
         ASSERT_TRUE(Harness::waitFor(
             [&content] { return shownPixel(content.center()) == OwnWindow::color; }));
     }
-    EXPECT_TRUE(region(content) == pattern(below, {{}, content.size()}));
-    EXPECT_NE(shownPixel(content.center()), pattern(below, {{}, content.size()}).pixel(150, 120))
+    EXPECT_TRUE(region(content) == below.pattern({{}, content.size()}));
+    EXPECT_NE(shownPixel(content.center()), below.pattern({{}, content.size()}).pixel(150, 120))
         << "the window had faded already, so that this shows nothing";
 }
 
@@ -150,7 +150,7 @@ TEST_P(CapturedPixels, aWindowIsCapturedByItself)
     const OwnWindow own(windowRect.adjusted(-40, -40, 40, 40));
     const auto image = picture(covered.id(), windowRect.size());
     ASSERT_TRUE(image);
-    EXPECT_TRUE(*image == pattern(covered, {{}, windowRect.size()}));
+    EXPECT_TRUE(*image == covered.pattern({{}, windowRect.size()}));
     EXPECT_EQ(image->format(), QImage::Format_RGB32);
 
     covered.stop();
@@ -159,13 +159,13 @@ TEST_P(CapturedPixels, aWindowIsCapturedByItself)
     const PaintedWindow offScreen({-100, 850, 300, 240}, green, {"border", "2"});
     const auto wholeImage = picture(offScreen.id(), windowRect.size());
     ASSERT_TRUE(wholeImage);
-    EXPECT_TRUE(*wholeImage == pattern(offScreen, {{}, windowRect.size()}));
+    EXPECT_TRUE(*wholeImage == offScreen.pattern({{}, windowRect.size()}));
 
     const PaintedWindow shadowed(windowRect, blue, {"shadow", "25"});
     const auto inner = windowRect.size() - QSize(50, 50);
     const auto withoutShadow = picture(shadowed.id(), inner);
     ASSERT_TRUE(withoutShadow);
-    EXPECT_TRUE(*withoutShadow == pattern(shadowed, {{25, 25}, inner}));
+    EXPECT_TRUE(*withoutShadow == shadowed.pattern({{25, 25}, inner}));
 }
 
 TEST_P(CapturedPixels, theAlphaOfAWindowCountsUnderACompositor)

@@ -86,17 +86,6 @@ protected:
             Platform::WindowFilter{id}, {.sourceRect = {}, .pixelSize = size, .colorSpace = {}}));
     }
 
-    /// What the part of @p painted at @p rect of its content shows.
-    static QImage pattern(const Harness::PaintedWindow& painted, const QRect& rect)
-    {
-        QImage image(rect.size(), QImage::Format_RGB32);
-        for (int y = 0; y < rect.height(); ++y)
-            for (int x = 0; x < rect.width(); ++x)
-                image.setPixel(
-                    x, y, Harness::patternPixel(painted.color(), rect.x() + x, rect.y() + y));
-        return image;
-    }
-
     const Harness::Desktop m_desktop;
 
 private:

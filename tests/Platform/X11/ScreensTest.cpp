@@ -42,8 +42,8 @@ TEST_F(Screens, pixelsAndFramesOfEachAreItsOwn)
     EXPECT_EQ(shared.pointPixelScale, 2);
     EXPECT_EQ(shared.frame, QRectF(-700 + 50, 50 + 50, 120, 80));
 
-    EXPECT_TRUE(region(1, {50, 50, 120, 80}, {240, 160}) == pattern(window, {0, 0, 240, 160}));
-    EXPECT_TRUE(region(1, {60.5, 50, 10, 10}, {20, 20}) == pattern(window, {21, 0, 20, 20}));
+    EXPECT_TRUE(region(1, {50, 50, 120, 80}, {240, 160}) == window.pattern({0, 0, 240, 160}));
+    EXPECT_TRUE(region(1, {60.5, 50, 10, 10}, {20, 20}) == window.pattern({21, 0, 20, 20}));
     const auto tooLarge = region(1, {345, 0, 10, 10}, {20, 20});
     EXPECT_EQ(tooLarge.size(), QSize(20, 20));
 }
