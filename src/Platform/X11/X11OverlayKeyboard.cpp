@@ -140,6 +140,8 @@ void X11OverlayKeyboard::Connection::take()
 void X11OverlayKeyboard::Connection::giveBack()
 {
     selectRawEvents(0);
+    if (m_mapping) // Without a key nobody has read it, and it would be kept for ever.
+        xcb_discard_reply(m_xcb.get(), std::exchange(m_mapping, {})->sequence);
     xcb_ungrab_keyboard(m_xcb.get(), XCB_CURRENT_TIME);
     xcb_destroy_window(m_xcb.get(), std::exchange(m_grabWindow, XCB_NONE));
     xcb_flush(m_xcb.get());
