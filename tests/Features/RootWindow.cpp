@@ -1,5 +1,6 @@
 #include "RootWindow.h"
 
+#include <xcb/res.h>
 #include <xcb/xcb.h>
 
 #include <cstdlib>
@@ -16,6 +17,19 @@ using Owned = std::unique_ptr<T, Free>;
 const xcb_screen_t& screenOf(xcb_connection_t* xcb)
 {
     return *xcb_setup_roots_iterator(xcb_get_setup(xcb)).data;
+}
+
+int resources(xcb_connection_t* xcb, std::uint32_t client)
+{
+    const Owned<xcb_res_query_client_resources_reply_t> reply(xcb_res_query_client_resources_reply(
+        xcb, xcb_res_query_client_resources(xcb, client), nullptr));
+    if (!reply)
+        return 0;
+    int sum = 0;
+    const auto* const types = xcb_res_query_client_resources_types(reply.get());
+    for (int i = 0; i < xcb_res_query_client_resources_types_length(reply.get()); ++i)
+        sum += static_cast<int>(types[i].count);
+    return sum;
 }
 
 } // namespace
@@ -84,4 +98,20 @@ void RootWindow::ungrabKeyboard() const
 {
     xcb_ungrab_keyboard(m_xcb, XCB_CURRENT_TIME);
     static_cast<void>(focus());
+}
+
+int RootWindow::resourcesOf(qint64 processID) const
+{
+    xcb_res_client_id_spec_t all{.client = 0, .mask = XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
+    const Owned<xcb_res_query_client_ids_reply_t> reply(
+        xcb_res_query_client_ids_reply(m_xcb, xcb_res_query_client_ids(m_xcb, 1, &all), nullptr));
+    if (!reply)
+        return -1;
+    int sum = 0;
+    for (auto ids = xcb_res_query_client_ids_ids_iterator(reply.get()); ids.rem > 0;
+         xcb_res_client_id_value_next(&ids))
+        if (xcb_res_client_id_value_value_length(ids.data) > 0
+            && *xcb_res_client_id_value_value(ids.data) == processID)
+            sum += resources(m_xcb, ids.data->spec.client);
+    return sum;
 }

@@ -27,6 +27,9 @@ public:
     bool grabKeyboard() const;
     void ungrabKeyboard() const;
 
+    /// Windows, pixmaps and all else that the clients with a connection in this process hold.
+    int resourcesOf(qint64 processID) const;
+
 private:
     xcb_connection_t* const m_xcb;
     const std::uint32_t m_root;

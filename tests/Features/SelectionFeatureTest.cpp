@@ -7,6 +7,7 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <malloc.h>
 
 using namespace Lumenote;
 using Harness::Desktop;
@@ -180,6 +181,44 @@ TEST_F(SelectionFeature, theLookStaysWhenACompositorComesAndGoes)
     EXPECT_TRUE(waitForPixel({1000, 300}, dimmed(desktopColor)));
     press("Escape");
     EXPECT_EQ(answer(), std::nullopt);
+}
+
+/// Of the heap, without what the allocator merely keeps.
+qint64 bytesInUse()
+{
+    const auto info = mallinfo2();
+    return static_cast<qint64>(info.uordblks + info.hblkhd);
+}
+
+TEST_F(SelectionFeature, thousandSelectionsLeaveNothingBehind)
+{
+    const auto hasOverlay = [] {
+        const auto all = QApplication::topLevelWidgets();
+        return std::ranges::any_of(all, [](const auto* widget) { return widget->isVisible(); });
+    };
+    const auto selectAndCancel = [&](int times) {
+        for (int i = 0; i < times; ++i) {
+            std::stop_source stop;
+            m_answer = RegionSelector::selectTarget(*m_server, *m_keyboard, stop.get_token());
+            ASSERT_TRUE(Harness::waitFor(hasOverlay));
+            stop.request_stop();
+            ASSERT_EQ(answer(), std::nullopt);
+        }
+        ASSERT_TRUE(Harness::waitFor([] { return QApplication::topLevelWidgets().isEmpty(); }));
+    };
+    const auto own = QCoreApplication::applicationPid();
+    constexpr int selections = 1000;
+    constexpr qint64 bytesForEach = 100; // Less than any window, picture or reply takes.
+    selectAndCancel(selections / 10);
+    const int resources = m_root.resourcesOf(own);
+    const auto bytes = bytesInUse();
+    ASSERT_GT(resources, 0);
+
+    selectAndCancel(selections);
+    EXPECT_TRUE(Harness::waitFor([&] { return m_root.resourcesOf(own) <= resources; }));
+    EXPECT_LT(bytesInUse() - bytes, selections * bytesForEach);
+    EXPECT_TRUE(m_root.grabKeyboard()) << "nobody holds the keyboard";
+    m_root.ungrabKeyboard();
 }
 
 } // namespace
