@@ -145,7 +145,7 @@ QFuture<QList<CapturableWindow>> capturableWindows(DisplayServer& server)
         promise->addResult(pickable);
         promise->finish();
     };
-    whenFinished(server.shareableContent(DesktopWindows::excluded), &server, onContent);
+    whenFinished(server.shareableContent(ListedWindows::withoutDesktops), &server, onContent);
     return promise->future();
 }
 
@@ -173,7 +173,7 @@ QFuture<CaptureResult> capture(DisplayServer& server, const QRectF& region)
         const DisplayFilter filter{.displayNumber = source.displayNumber};
         whenFinished(server.captureImage(filter, source.configuration), &server, onImage);
     };
-    whenFinished(server.shareableContent(DesktopWindows::included), &server, onContent);
+    whenFinished(server.shareableContent(ListedWindows::none), &server, onContent);
     return answer.future();
 }
 
@@ -198,7 +198,7 @@ QFuture<CaptureResult> capture(DisplayServer& server, quint32 windowID)
         whenFinished(
             server.captureImage(WindowFilter{.windowID = windowID}, how), &server, onImage);
     };
-    whenFinished(server.shareableContent(DesktopWindows::excluded), &server, onContent);
+    whenFinished(server.shareableContent(ListedWindows::withoutDesktops), &server, onContent);
     return answer.future();
 }
 

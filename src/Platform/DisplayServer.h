@@ -51,7 +51,8 @@ struct ShareableContent {
     bool operator==(const ShareableContent&) const = default;
 };
 
-enum class DesktopWindows { included, excluded };
+/// Without windows a list comes sooner: each of them takes a dozen questions.
+enum class ListedWindows { none, withoutDesktops, all };
 
 /// A display without the windows of this program.
 struct DisplayFilter {
@@ -101,7 +102,7 @@ public:
     virtual bool requestRecording() = 0;
 
     /// What is on screen. Fails with permissionDenied where recording isn't granted.
-    virtual QFuture<Result<ShareableContent>> shareableContent(DesktopWindows desktopWindows) = 0;
+    virtual QFuture<Result<ShareableContent>> shareableContent(ListedWindows windows) = 0;
 
     /// One still image, without the pointer: of a display opaque (RGB32), of a window with its
     /// transparency where it has any (ARGB32_Premultiplied). Fails with windowGone, with

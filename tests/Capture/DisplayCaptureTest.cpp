@@ -9,7 +9,7 @@
 #include <gtest/gtest.h>
 
 using namespace Lumenote;
-using Platform::DesktopWindows;
+using Platform::ListedWindows;
 using Platform::Error;
 
 namespace {
@@ -117,7 +117,7 @@ TEST_F(DisplayCaptureTest, aRegionIsCapturedFromTheDisplayUnderItsCentre)
             result->image.colorSpace(), m_server.screens().at(row.display == 11 ? 0 : 1).colorSpace)
             << row.name;
     }
-    EXPECT_EQ(m_server.contentRequests.first(), DesktopWindows::included);
+    EXPECT_EQ(m_server.contentRequests.first(), ListedWindows::none);
 }
 
 TEST_F(DisplayCaptureTest, aRegionWithoutDisplayFails)
@@ -179,7 +179,7 @@ TEST_F(DisplayCaptureTest, aWindowIsCapturedWithItsOwnSizeAndTheColoursOfItsDisp
     EXPECT_EQ(onDisplay->pointSize, QSizeF(120.25, 70));
     EXPECT_EQ(onDisplay->image.colorSpace(), QColorSpace(QColorSpace::DisplayP3));
     EXPECT_TRUE(m_server.captures.last().configuration.sourceRect.isNull());
-    EXPECT_EQ(m_server.contentRequests, QList<DesktopWindows>{DesktopWindows::excluded});
+    EXPECT_EQ(m_server.contentRequests, QList<ListedWindows>{ListedWindows::withoutDesktops});
 
     const auto onNone = captured(6);
     ASSERT_TRUE(onNone);
@@ -253,7 +253,7 @@ TEST_F(DisplayCaptureTest, onlyNormalWindowsOfOthersCanBePickedInTheOrderGiven)
             .application = {}},
     };
     EXPECT_EQ(answer(DisplayCapture::capturableWindows(m_server)), expected);
-    EXPECT_EQ(m_server.contentRequests, QList<DesktopWindows>{DesktopWindows::excluded});
+    EXPECT_EQ(m_server.contentRequests, QList<ListedWindows>{ListedWindows::withoutDesktops});
 
     EXPECT_EQ(DisplayCapture::windowAt({10, 49.9}, expected), expected.first());
     EXPECT_EQ(DisplayCapture::windowAt({10, 50}, expected), std::nullopt);

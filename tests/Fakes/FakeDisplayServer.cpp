@@ -64,10 +64,10 @@ void FakeDisplayServer::answerAll()
         answer();
 }
 
-QFuture<Result<ShareableContent>> FakeDisplayServer::shareableContent(DesktopWindows desktopWindows)
+QFuture<Result<ShareableContent>> FakeDisplayServer::shareableContent(ListedWindows windows)
 {
-    contentRequests.append(desktopWindows);
-    return answer<ShareableContent>([this, desktopWindows] { return content(desktopWindows); });
+    contentRequests.append(windows);
+    return answer<ShareableContent>([this, windows] { return content(windows); });
 }
 
 QFuture<Result<QImage>> FakeDisplayServer::captureImage(
@@ -103,7 +103,7 @@ void FakeDisplayServer::closeWindow(quint32 id)
     m_windows.removeIf([id](const PaintedWindow& painted) { return painted.window.id == id; });
 }
 
-Result<ShareableContent> FakeDisplayServer::content(DesktopWindows desktopWindows) const
+Result<ShareableContent> FakeDisplayServer::content(ListedWindows listed) const
 {
     if (contentError)
         return tl::make_unexpected(*contentError);
@@ -112,8 +112,10 @@ Result<ShareableContent> FakeDisplayServer::content(DesktopWindows desktopWindow
     ShareableContent content;
     for (const auto& screen : m_screens)
         content.displays.append(screen.displayNumber);
+    if (listed == ListedWindows::none)
+        return content;
     for (const auto& painted : m_windows)
-        if (painted.window.layer >= 0 || desktopWindows == DesktopWindows::included)
+        if (painted.window.layer >= 0 || listed == ListedWindows::all)
             content.windows.append(painted.window);
     return content;
 }

@@ -22,7 +22,7 @@ public:
     bool isRecordingGranted() const override { return isGranted; }
     bool requestRecording() override;
     QFuture<Platform::Result<Platform::ShareableContent>> shareableContent(
-        Platform::DesktopWindows desktopWindows) override;
+        Platform::ListedWindows windows) override;
     QFuture<Platform::Result<QImage>> captureImage(const Platform::ContentFilter& filter,
         const Platform::CaptureConfiguration& configuration) override;
 
@@ -48,7 +48,7 @@ public:
         Platform::ContentFilter filter;
         Platform::CaptureConfiguration configuration;
     };
-    QList<Platform::DesktopWindows> contentRequests;
+    QList<Platform::ListedWindows> contentRequests;
     QList<Capture> captures;
     int recordingRequests = 0;
 
@@ -60,7 +60,7 @@ private:
 
     template <typename T>
     QFuture<Platform::Result<T>> answer(std::function<Platform::Result<T>()> make);
-    Platform::Result<Platform::ShareableContent> content(Platform::DesktopWindows desktop) const;
+    Platform::Result<Platform::ShareableContent> content(Platform::ListedWindows listed) const;
     Platform::Result<QImage> picture(const Capture& capture) const;
     Platform::Result<QImage> displayPicture(
         const Platform::DisplayFilter& filter, const Platform::CaptureConfiguration& how) const;

@@ -27,7 +27,7 @@ protected:
 
     ShareableContent content()
     {
-        auto content = answer(server().shareableContent(DesktopWindows::excluded));
+        auto content = answer(server().shareableContent(ListedWindows::withoutDesktops));
         return content.value_or(ShareableContent());
     }
 
@@ -82,6 +82,8 @@ TEST_F(DisplayServerContract, theFirstScreenIsAtTheOriginAndAllOfThemAreShareabl
         numbers.append(screen.displayNumber);
     }
     EXPECT_EQ(content().displays, numbers);
+    const auto withoutWindows = answer(server().shareableContent(ListedWindows::none));
+    EXPECT_EQ(withoutWindows, (ShareableContent{.displays = numbers, .windows = {}}));
     EXPECT_TRUE(server().isRecordingGranted());
     EXPECT_TRUE(server().requestRecording());
 }

@@ -86,21 +86,24 @@ void Canvas::requestImage()
     const auto width = static_cast<std::uint16_t>(m_size.width());
     const auto height = static_cast<std::uint16_t>(m_size.height());
     constexpr std::uint8_t format = XCB_IMAGE_FORMAT_Z_PIXMAP;
-    if (drawsIntoMemory())
-        m_request = {xcb_get_input_focus(xcb).sequence}; // Answered when all before it is done.
-    else if (m_memory)
-        m_request = {xcb_shm_get_image(
+    if (!drawsIntoMemory() && m_memory)
+        m_lastRequest = {xcb_shm_get_image(
             xcb, pixmap, 0, 0, width, height, allPlanes, format, m_memory->id(), 0)
-                         .sequence};
-    else
-        m_request = {xcb_get_image(xcb, format, pixmap, 0, 0, width, height, allPlanes).sequence};
+                             .sequence};
+    else if (!drawsIntoMemory())
+        m_lastRequest = {
+            xcb_get_image(xcb, format, pixmap, 0, 0, width, height, allPlanes).sequence};
+    else if (!m_connection.isDone(m_required.back()))
+        m_lastRequest = {xcb_get_input_focus(xcb).sequence}; // Answered when the others are done.
     xcb_flush(xcb);
 }
 
 Result<QImage> Canvas::image(QImage::Format format)
 {
-    const auto answer = m_connection.reply<xcb_generic_reply_t>(m_request);
-    if (!answer || !haveRequiredSucceeded())
+    Owned<xcb_generic_reply_t> answer;
+    if (m_lastRequest)
+        answer = m_connection.reply<xcb_generic_reply_t>(*m_lastRequest);
+    if ((m_lastRequest && !answer) || !haveRequiredSucceeded())
         return tl::make_unexpected(m_connection.failure(QStringLiteral("reading pixels")));
     if (m_memory)
         return m_pool->lend(std::move(m_memory), m_size, format);

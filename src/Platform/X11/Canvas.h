@@ -66,9 +66,10 @@ private:
     std::optional<Pixmap> m_pixmap;
     std::optional<Picture> m_picture;
     std::vector<xcb_void_cookie_t> m_required;
-    struct {
-        unsigned int sequence = 0;
-    } m_request; ///< The last, whose answer brings the pixels where they don't come by themselves.
+    struct Request {
+        unsigned int sequence;
+    };
+    std::optional<Request> m_lastRequest; ///< The one that brings the pixels, if any has to.
 };
 
 } // namespace Platform::X11

@@ -23,6 +23,12 @@ int millisecondsUntil(Connection::Time deadline)
     return static_cast<int>(std::clamp<std::int64_t>(left, 0, std::numeric_limits<int>::max()));
 }
 
+/// The numbers of requests begin anew after the last.
+bool isBefore(unsigned int request, unsigned int other)
+{
+    return static_cast<int>(other - request) > 0;
+}
+
 const xcb_screen_t* screenOf(const xcb_setup_t* setup, int number)
 {
     auto screens = xcb_setup_roots_iterator(setup);
@@ -82,6 +88,24 @@ bool Connection::hasSucceeded(xcb_void_cookie_t cookie)
     return m_errorCode == 0 && !m_isLate && !isLost();
 }
 
+QString Connection::atomName(xcb_atom_t atom)
+{
+    if (const auto known = m_atomNames.constFind(atom); known != m_atomNames.constEnd())
+        return *known;
+    const auto answer = reply<xcb_get_atom_name_reply_t>(xcb_get_atom_name(xcb(), atom));
+    if (!answer)
+        return {};
+    auto name = QString::fromUtf8(
+        xcb_get_atom_name_name(answer.get()), xcb_get_atom_name_name_length(answer.get()));
+    m_atomNames.insert(atom, name);
+    return name;
+}
+
+bool Connection::isDone(xcb_void_cookie_t cookie) const
+{
+    return isBefore(cookie.sequence, m_answered);
+}
+
 /// The reply, or null with the code of the error where there is one. For a request without reply,
 /// null as soon as the server has answered a later one.
 void* Connection::wait(unsigned int sequence)
@@ -93,6 +117,8 @@ void* Connection::wait(unsigned int sequence)
         if (xcb_poll_for_reply(xcb(), sequence, &reply, &error) != 0) {
             const Owned<xcb_generic_error_t> ownedError(error);
             m_errorCode = ownedError ? ownedError->error_code : 0;
+            if (isBefore(m_answered, sequence))
+                m_answered = sequence;
             return reply;
         }
         if (xcb_flush(xcb()) > 0)

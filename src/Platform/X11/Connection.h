@@ -5,6 +5,8 @@
 #include "Platform/X11/XcbTypes.h"
 
 #include <QByteArray>
+#include <QHash>
+#include <QString>
 
 #include <chrono>
 #include <cstdint>
@@ -42,6 +44,12 @@ public:
     /// Waits until the server has done all that it was asked. Whether it has.
     bool finish();
 
+    /// Asks for each atom once; it never changes. Empty where the server tells none.
+    QString atomName(xcb_atom_t atom);
+
+    /// Whether a request is done, as far as is known without asking.
+    bool isDone(xcb_void_cookie_t cookie) const;
+
     /// After finish(): whether a checked request was done without an error.
     bool hasSucceeded(xcb_void_cookie_t cookie);
 
@@ -60,10 +68,12 @@ private:
     int m_screenNumber;
     const xcb_screen_t* m_screen = nullptr;
     Atoms m_atoms;
+    QHash<xcb_atom_t, QString> m_atomNames; ///< Those that were asked for.
     Time m_deadline = Time::max();
     int m_interruption = -1;
     bool m_isLate = false;
     std::uint8_t m_errorCode = 0; ///< Of the last answer.
+    unsigned int m_answered = 0; ///< The latest request known to be.
 };
 
 /// Keeps all other programs' requests waiting, so that what is read in its lifetime fits together.

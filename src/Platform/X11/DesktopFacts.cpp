@@ -26,15 +26,6 @@ xcb_atom_t intern(Connection& connection, const QByteArray& name)
     return answer ? answer->atom : XCB_NONE;
 }
 
-QString atomName(Connection& connection, xcb_get_atom_name_cookie_t request)
-{
-    const auto answer = connection.reply<xcb_get_atom_name_reply_t>(request);
-    if (!answer)
-        return {};
-    return QString::fromUtf8(
-        xcb_get_atom_name_name(answer.get()), xcb_get_atom_name_name_length(answer.get()));
-}
-
 } // namespace
 
 QList<Monitor> readMonitors(Connection& connection)
@@ -47,16 +38,11 @@ QList<Monitor> readMonitors(Connection& connection)
     if (!answer) // Before RandR 1.5.
         return {};
     QList<Monitor> monitors;
-    std::vector<xcb_get_atom_name_cookie_t> names;
     for (auto it = xcb_randr_get_monitors_monitors_iterator(answer.get()); it.rem > 0;
-         xcb_randr_monitor_info_next(&it)) {
-        names.push_back(xcb_get_atom_name(xcb, it.data->name));
-        monitors.append({.name = {},
+         xcb_randr_monitor_info_next(&it))
+        monitors.append({.name = connection.atomName(it.data->name),
             .pixels = {it.data->x, it.data->y, it.data->width, it.data->height},
             .colorSpace = {}});
-    }
-    for (std::size_t i = 0; i < names.size(); ++i)
-        monitors[static_cast<qsizetype>(i)].name = atomName(connection, names.at(i));
     return monitors;
 }
 

@@ -86,38 +86,35 @@ SharedWindow shared(const ClientWindow& window, const QList<DisplayPlace>& displ
         .contentRect = frame};
 }
 
-Result<ShareableContent> listContent(Server& server, DesktopWindows desktopWindows,
+Result<ShareableContent> listContent(Server& server, ListedWindows listed,
     const QList<DisplayPlace>& known, const ClientIDs& own, ApplicationNames& names)
 {
-    const auto displays = presentDisplays(known, readMonitors(server.connection()));
-    const auto windows = clientWindows(server.connection());
-    if (!windows)
-        return tl::make_unexpected(windows.error());
+    auto& connection = server.connection();
+    const auto monitors = readMonitors(connection);
+    if (monitors.isEmpty() && !connection.finish())
+        return tl::make_unexpected(connection.failure(QStringLiteral("listing displays")));
+    const auto displays = presentDisplays(known, monitors);
     ShareableContent content;
     for (const auto& display : displays)
         content.displays.append(display.number);
-    if (displays.isEmpty())
-        return content; // And no measure for windows.
+    if (listed == ListedWindows::none || displays.isEmpty()) // No measure for windows, then.
+        return content;
+    const auto windows = clientWindows(connection);
+    if (!windows)
+        return tl::make_unexpected(windows.error());
     for (const auto& window : *windows)
-        if (window.layer >= 0 || desktopWindows == DesktopWindows::included)
+        if (window.layer >= 0 || listed == ListedWindows::all)
             content.windows.append(shared(window, displays, own, names));
     return content;
 }
 
-Result<QImage> captureDisplay(Server& server, const DisplayFilter& filter,
-    const CaptureConfiguration& how, const QList<DisplayPlace>& known, const OwnWindows& ownWindows,
-    bool hasCompositor)
+/// The pixels of the root that @p how asks for.
+QRect sourceOf(const CaptureConfiguration& how, const DisplayPlace& display)
 {
-    const auto displays = presentDisplays(known, readMonitors(server.connection()));
-    const auto display = std::ranges::find(displays, filter.displayNumber, &DisplayPlace::number);
-    if (display == displays.end())
-        return tl::make_unexpected(noSuchDisplay(filter.displayNumber));
-    const QSizeF points = how.sourceRect.size() * display->scale;
+    const QSizeF points = how.sourceRect.size() * display.scale;
     const QSize available(
         static_cast<int>(std::ceil(points.width())), static_cast<int>(std::ceil(points.height())));
-    const auto source =
-        toPixels(how.sourceRect.topLeft(), how.pixelSize.boundedTo(available), *display);
-    return captureRegion(server, source, how.pixelSize, ownWindows, hasCompositor);
+    return toPixels(how.sourceRect.topLeft(), how.pixelSize.boundedTo(available), display);
 }
 
 /// The image with the colours that it was asked for.
@@ -240,11 +237,11 @@ bool X11DisplayServer::isRecordingGranted() const
     return m_session->isGranted();
 }
 
-QFuture<Result<ShareableContent>> X11DisplayServer::shareableContent(DesktopWindows desktopWindows)
+QFuture<Result<ShareableContent>> X11DisplayServer::shareableContent(ListedWindows windows)
 {
     return m_session->run<ShareableContent>(
-        [desktopWindows, known = places(), own = qtWindowIDs(), names = m_names](
-            Server& server) { return listContent(server, desktopWindows, known, own, *names); });
+        [windows, known = places(), own = qtWindowIDs(), names = m_names](
+            Server& server) { return listContent(server, windows, known, own, *names); });
 }
 
 QFuture<Result<QImage>> X11DisplayServer::captureImage(
@@ -257,12 +254,23 @@ QFuture<Result<QImage>> X11DisplayServer::captureImage(
                 return tagged(captureWindow(server, id, configuration.pixelSize, isComposited),
                     configuration.colorSpace);
             });
-    const auto display = std::get<DisplayFilter>(filter);
-    return m_session->run<QImage>([display, configuration, isComposited, known = places(),
-                                      own = ownWindows()](Server& server) {
-        return tagged(captureDisplay(server, display, configuration, known, own, isComposited),
-            configuration.colorSpace);
-    });
+    return captureDisplay(std::get<DisplayFilter>(filter), configuration);
+}
+
+QFuture<Result<QImage>> X11DisplayServer::captureDisplay(
+    const DisplayFilter& filter, const CaptureConfiguration& configuration)
+{
+    const auto displays = presentDisplays(places(), m_session->facts().monitors);
+    const auto display = std::ranges::find(displays, filter.displayNumber, &DisplayPlace::number);
+    if (display == displays.end())
+        return QtFuture::makeReadyFuture<Result<QImage>>(
+            tl::make_unexpected(noSuchDisplay(filter.displayNumber)));
+    return m_session->run<QImage>(
+        [source = sourceOf(configuration, *display), configuration, isComposited = hasCompositor(),
+            own = ownWindows()](Server& server) {
+            return tagged(captureRegion(server, source, configuration.pixelSize, own, isComposited),
+                configuration.colorSpace);
+        });
 }
 
 OwnWindows X11DisplayServer::ownWindows() const

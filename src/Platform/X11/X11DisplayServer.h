@@ -38,7 +38,7 @@ public:
     bool hasCompositor() const override;
     bool isRecordingGranted() const override;
     bool requestRecording() override { return isRecordingGranted(); }
-    QFuture<Result<ShareableContent>> shareableContent(DesktopWindows desktopWindows) override;
+    QFuture<Result<ShareableContent>> shareableContent(ListedWindows windows) override;
     QFuture<Result<QImage>> captureImage(
         const ContentFilter& filter, const CaptureConfiguration& configuration) override;
 
@@ -51,6 +51,8 @@ private:
         std::chrono::steady_clock::time_point when;
     };
 
+    QFuture<Result<QImage>> captureDisplay(
+        const DisplayFilter& filter, const CaptureConfiguration& configuration);
     void watchScreen(QScreen* screen);
     void takeFacts();
     void announceChanges();

@@ -31,9 +31,9 @@ protected:
     }
 
     QList<Platform::SharedWindow> windows(
-        Platform::DesktopWindows desktopWindows = Platform::DesktopWindows::included)
+        Platform::ListedWindows windows = Platform::ListedWindows::all)
     {
-        auto content = answer(server().shareableContent(desktopWindows));
+        auto content = answer(server().shareableContent(windows));
         EXPECT_TRUE(content);
         return content ? content->windows : QList<Platform::SharedWindow>();
     }

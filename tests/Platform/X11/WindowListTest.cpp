@@ -82,7 +82,7 @@ TEST_F(ListedWindows, whatIsNoNormalWindowIsToldApart)
             return window.has_value() == row.layer.has_value()
                 && (!window || window->layer == *row.layer);
         })) << row.name;
-        const auto withoutDesktop = windows(DesktopWindows::excluded);
+        const auto withoutDesktop = windows(Platform::ListedWindows::withoutDesktops);
         const bool isListed = std::ranges::any_of(
             withoutDesktop, [&](const auto& each) { return each.id == painted.id(); });
         EXPECT_EQ(isListed, row.layer && *row.layer >= 0) << row.name;
