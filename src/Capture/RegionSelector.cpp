@@ -10,7 +10,9 @@
 #include "Platform/Tasks.h"
 
 #include <QPromise>
+#include <QTimer>
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <utility>
@@ -21,6 +23,8 @@ namespace Lumenote::RegionSelector {
 namespace {
 
 using Answer = std::optional<CaptureTarget>;
+
+constexpr auto closingDelay = std::chrono::milliseconds(200);
 
 /// One running selection: the session, its overlays, and all that may end it. Deletes itself then.
 class Picker final : public QObject {
@@ -159,7 +163,9 @@ void Picker::end()
     }
     m_promise.addResult(m_session.target());
     m_promise.finish();
-    deleteLater(); // The overlays are destroyed on a later turn, out of their own events.
+    // Out of the events of the overlays, and when the capture that follows is through: to free what
+    // they hold takes the display server a while.
+    QTimer::singleShot(closingDelay, this, &QObject::deleteLater);
 }
 
 } // namespace
