@@ -3,7 +3,7 @@
 PREFIX ?= /usr/local
 JOBS ?= $(shell nproc)
 
-.PHONY: all test bench bench-images bench-reading bench-rendering bench-history install uninstall clean
+.PHONY: all test bench bench-images bench-reading bench-rendering bench-history bench-capture install uninstall clean
 
 all:
 	@tools/setup build
@@ -34,7 +34,12 @@ bench-history:
 	@build/bench/bench/history/history-bench memory
 	@build/bench/bench/history/history-bench scan
 
-bench: bench-images bench-reading bench-rendering bench-history
+bench-capture:
+	@tools/setup build bench
+	@tools/build bench capture-bench
+	@build/bench/bench/capture/capture-bench
+
+bench: bench-images bench-reading bench-rendering bench-history bench-capture
 
 install: all
 	@DESTDIR="$(DESTDIR)" cmake --install build/release --prefix "$(PREFIX)"
