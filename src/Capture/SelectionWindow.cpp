@@ -2,6 +2,7 @@
 
 #include "Capture/OverlayDrawing.h"
 #include "Capture/SelectionSession.h"
+#include "Platform/Geometry.h"
 
 #include <QGuiApplication>
 #include <QMouseEvent>
@@ -84,7 +85,11 @@ void SelectionWindow::paintEvent(QPaintEvent* /*event*/)
 
 QPointF SelectionWindow::globalPoint(const QMouseEvent& event) const
 {
-    auto point = event.globalPosition();
+    // The position on the screen is rounded to whole points, between which there are pixels. That
+    // in the window isn't, but it means nothing beyond, where the scale may be another.
+    const auto inWindow = event.scenePosition();
+    auto point = Platform::contains(QRectF(rect()), inWindow) ? inWindow + geometry().topLeft()
+                                                              : event.globalPosition();
     const auto* const screen = QGuiApplication::screenAt(point.toPoint());
     if (screen != nullptr && m_session->mode() == SelectionMode::region)
         point = toFarEdges(point, *screen);
