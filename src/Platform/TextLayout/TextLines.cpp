@@ -316,6 +316,20 @@ std::vector<TextLine> mergeNeighbours(const Components& components, std::vector<
     return merged;
 }
 
+/// Whether the ink of @p component runs along the sides of its box, as no letter's does.
+bool isOutline(const Components& components, const Component& component)
+{
+    constexpr int thickest = 2; // Pixels.
+    constexpr double leastShare = 0.85;
+    const QRect inner = component.box.adjusted(thickest, thickest, -thickest, -thickest);
+    int inside = 0;
+    for (const InkRun& run : components.runsOf(component))
+        if (run.y >= inner.y() && run.y < bottomOf(inner))
+            inside +=
+                std::max(0, std::min(run.right, rightOf(inner)) - std::max(run.left, inner.x()));
+    return inside <= (1 - leastShare) * component.area;
+}
+
 /// Whether a component is a frame, such as a key cap's or a check box's: others stand inside it.
 std::vector<bool> findFrames(const Components& components, const std::vector<int>& letters)
 {
@@ -336,7 +350,8 @@ std::vector<bool> findFrames(const Components& components, const std::vector<int
         });
         std::sort(inside.begin(), inside.end());
         inside.erase(std::unique(inside.begin(), inside.end()), inside.end());
-        isFrame[std::size_t(letter)] = inside.size() >= 2;
+        isFrame[std::size_t(letter)] =
+            inside.size() >= 2 || (inside.size() == 1 && isOutline(components, component));
     }
     return isFrame;
 }

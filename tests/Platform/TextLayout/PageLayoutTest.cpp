@@ -151,6 +151,12 @@ TEST(PageLayoutTest, whatStandsOnASmallSurfaceIsALine)
             Canvas({300, 90}, QColor(245, 245, 245))
                 .fill({140, 30, 44, 24}, Qt::darkGray, 4)
                 .write({150, 47}, u"Esc"_qs, {.size = 12, .colour = Qt::white})),
+        std::pair("outlinedKeys",
+            Canvas({300, 90})
+                .write({150, 47}, u"U"_qs, {.size = 12})
+                .frame({142, 30, 24, 24}, Qt::lightGray, 4)
+                .frame({172, 30, 24, 24}, Qt::lightGray, 4)
+                .write({180, 47}, u"V"_qs, {.size = 12})),
     };
     for (const auto& [name, page] : pages) {
         const auto lines = layoutOf(page.image, {}).lines;
