@@ -1,35 +1,54 @@
 #include "Platform/Freedesktop/JournalLog.h"
 
 #include <QByteArray>
+#include <QtEndian>
 
-#include <array>
-#include <span>
-#include <syslog.h>
-
-// The place in the source would be this file for every entry.
-#define SD_JOURNAL_SUPPRESS_LOCATION
-#include <systemd/sd-journal.h>
+#include <cstring>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+#include <utility>
 
 namespace Platform {
 
-static_assert(LOG_NOTICE == 5, "The journal field below is the priority as a digit.");
+namespace {
+
+/// A field in the form of https://systemd.io/JOURNAL_NATIVE_PROTOCOL that takes any bytes.
+QByteArray field(const char* name, const QByteArray& value)
+{
+    const auto size = qToLittleEndian(quint64(value.size()));
+    return QByteArray(name) + '\n' + QByteArray(reinterpret_cast<const char*>(&size), sizeof size)
+        + value + '\n';
+}
+
+} // namespace
+
+// The journal's own library waits where a journal that hangs leaves no room in its socket.
+JournalLog::JournalLog(std::filesystem::path socket)
+    : m_path(std::move(socket))
+    , m_socket(::socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0))
+{
+}
+
+JournalLog::~JournalLog()
+{
+    if (m_socket >= 0)
+        ::close(m_socket);
+}
 
 void JournalLog::write(const QString& subsystem, const QString& category, const QString& message)
 {
-    // Fields are sent as bytes, not through a format, so that a '%' in a message stays one.
-    std::array<QByteArray, 5> fields{
-        QByteArray("MESSAGE=") + message.toUtf8(),
-        QByteArray("PRIORITY=5"),
-        QByteArray("SYSLOG_IDENTIFIER=lumenote"),
-        QByteArray("LUMENOTE_SUBSYSTEM=") + subsystem.toUtf8(),
-        QByteArray("LUMENOTE_CATEGORY=") + category.toUtf8(),
-    };
-    std::array<iovec, fields.size()> vectors{};
-    for (size_t i = 0; i < fields.size(); ++i)
-        vectors[i] = {
-            .iov_base = fields[i].data(), .iov_len = static_cast<size_t>(fields[i].size())};
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    if (m_socket < 0 || m_path.native().size() >= sizeof address.sun_path)
+        return;
+    std::memcpy(address.sun_path, m_path.c_str(), m_path.native().size());
+    const QByteArray entry = field("MESSAGE", message.toUtf8()) + field("PRIORITY", "5")
+        + field("SYSLOG_IDENTIFIER", "lumenote") + field("LUMENOTE_SUBSYSTEM", subsystem.toUtf8())
+        + field("LUMENOTE_CATEGORY", category.toUtf8());
     // A missing journal is no failure of ours, and nobody could be told of it.
-    static_cast<void>(sd_journal_sendv(vectors.data(), static_cast<int>(vectors.size())));
+    static_cast<void>(::sendto(m_socket, entry.constData(), size_t(entry.size()), MSG_NOSIGNAL,
+        reinterpret_cast<const sockaddr*>(&address), sizeof address));
 }
 
 } // namespace Platform
