@@ -9,8 +9,10 @@
 
 // Three quarters of an engine's start go into sorting a list of look-alike letters that only
 // Tesseract's old recogniser asks for, and no setting spares it. A function of the program comes
-// before one of the same name in a library, so this one takes the place of Tesseract's; in a
-// version that has no such function nothing calls it.
+// before one of the same name in a shared library, so this one takes the place of Tesseract's.
+// Everywhere else Tesseract just starts as slowly as it is made to: a version without a function of
+// this very name never calls it, nor does one that binds its own calls, and a library that is
+// linked statically puts its own in the place of a weak one.
 // NOLINTBEGIN(readability-*): the library's own names.
 namespace tesseract {
 class UNICHARSET;
@@ -18,7 +20,10 @@ class UnicharAmbigs {
 public:
     void LoadUniversal(const UNICHARSET& encoder, UNICHARSET* characters);
 };
-void UnicharAmbigs::LoadUniversal(const UNICHARSET& /*encoder*/, UNICHARSET* /*characters*/) { }
+__attribute__((weak)) void UnicharAmbigs::LoadUniversal(
+    const UNICHARSET& /*encoder*/, UNICHARSET* /*characters*/)
+{
+}
 } // namespace tesseract
 // NOLINTEND(readability-*)
 
