@@ -163,9 +163,12 @@ void Picker::end()
     }
     m_promise.addResult(m_session.target());
     m_promise.finish();
-    // Out of the events of the overlays, and when the capture that follows is through: to free what
+    // Out of the events of the overlays, and once a capture that follows is through: to free what
     // they hold takes the display server a while.
-    QTimer::singleShot(closingDelay, this, &QObject::deleteLater);
+    if (m_session.target())
+        QTimer::singleShot(closingDelay, this, &QObject::deleteLater);
+    else
+        deleteLater();
 }
 
 } // namespace
