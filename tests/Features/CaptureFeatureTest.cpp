@@ -163,7 +163,7 @@ TEST_P(Captures, failWhereTheWindowClosesMeanwhile)
     ASSERT_TRUE(waitForPixel(windowRect.topLeft(), blue));
     select();
     press("space");
-    movePointer(windowRect.center());
+    movePointer(fresh(windowRect.center()));
     ASSERT_TRUE(waitForPixel(windowRect.topLeft(), blue));
     xdotool({"click", "1"});
     const auto id = window.id();

@@ -109,7 +109,7 @@ TEST_P(SelectionOverlays, showAndPickTheWindowUnderThePointer)
     select();
     press("space");
     expectLook({.mode = SelectionMode::window});
-    movePointer({1050, 650});
+    movePointer(fresh({1050, 650}));
     expectLook({.mode = SelectionMode::window, .hoveredWindow = hovered});
     xdotool({"click", "1"});
     EXPECT_EQ(answer(), Target(WindowTarget{window.id()}));
