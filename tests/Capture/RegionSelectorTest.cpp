@@ -222,6 +222,8 @@ TEST_F(RegionSelectorTest, whatIsPickedIsCaptured)
     ASSERT_TRUE(Harness::waitForFinished(outcome));
     EXPECT_TRUE(std::holds_alternative<CaptureCancelled>(outcome.result()));
 
+    // Those of the first outlive its capture.
+    ASSERT_TRUE(Harness::waitFor([] { return overlays().isEmpty(); }));
     m_server.captureError = Platform::Error{Platform::Error::Kind::permissionDenied, {}};
     outcome = ScreenshotCapture::captureInteractive(m_server, m_keyboard);
     drag(overlays().at(0), {20, 30}, {120, 80});
