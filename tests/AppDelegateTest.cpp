@@ -35,6 +35,9 @@ protected:
                 .userDefaults = defaults});
     }
 
+    /// A thread left behind would end the test with the fonts of its own still there.
+    void TearDown() override { EXPECT_TRUE(Harness::waitForFinished(ocr.runner())); }
+
     bool waitUntilIdle() const
     {
         return Harness::waitFor([this] { return !delegate->isCapturing(); });
