@@ -9,8 +9,8 @@
 #include <gtest/gtest.h>
 
 using namespace Lumenote;
-using Platform::ListedWindows;
 using Platform::Error;
+using Platform::ListedWindows;
 
 namespace {
 
