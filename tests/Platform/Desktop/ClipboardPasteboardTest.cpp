@@ -14,31 +14,31 @@ class ClipboardPasteboard : public testing::Test {
 protected:
     void SetUp() override
     {
-        ASSERT_TRUE(server.isRunning()) << qPrintable(server.failure());
-        auto environment = server.environment();
+        ASSERT_TRUE(m_server.isRunning()) << qPrintable(m_server.failure());
+        auto environment = m_server.environment();
         environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
-        owner.setProcessEnvironment(environment);
+        m_owner.setProcessEnvironment(environment);
     }
 
     void TearDown() override
     {
-        owner.kill();
-        owner.waitForFinished();
+        m_owner.kill();
+        m_owner.waitForFinished();
     }
 
     bool put(const QString& kind, const QByteArray& bytes)
     {
-        owner.start(QStringLiteral(LUMENOTE_PASTEBOARD_OWNER), {kind});
-        owner.write(bytes);
-        owner.closeWriteChannel();
-        return Harness::waitFor([this] { return owner.canReadLine(); })
-            && owner.readLine() == "set\n";
+        m_owner.start(QStringLiteral(LUMENOTE_PASTEBOARD_OWNER), {kind});
+        m_owner.write(bytes);
+        m_owner.closeWriteChannel();
+        return Harness::waitFor([this] { return m_owner.canReadLine(); })
+            && m_owner.readLine() == "set\n";
     }
 
     QByteArray read(const QString& target) const
     {
         QProcess xclip;
-        xclip.setProcessEnvironment(server.environment());
+        xclip.setProcessEnvironment(m_server.environment());
         xclip.start(QStringLiteral("xclip"),
             {QStringLiteral("-selection"), QStringLiteral("clipboard"), QStringLiteral("-out"),
                 QStringLiteral("-target"), target});
@@ -47,8 +47,8 @@ protected:
         return xclip.readAllStandardOutput();
     }
 
-    const Harness::XServer server;
-    QProcess owner;
+    const Harness::XServer m_server;
+    QProcess m_owner;
 };
 
 TEST_F(ClipboardPasteboard, otherProgramsReadTheSamePngByteForByte)
