@@ -76,31 +76,6 @@ INSTANTIATE_TEST_SUITE_P(
     , PixelsWithoutCompositor, testing::Values(Situation::bare, Situation::managed), nameOf);
 INSTANTIATE_TEST_SUITE_P(, PixelsUnderCompositor, testing::Values(Situation::composited), nameOf);
 
-TEST_P(CapturedPixels, aRegionShowsTheWindowBelowOurs)
-{
-    struct Row {
-        const char* name;
-        OwnWindow::Look look;
-        bool isBelowStopped;
-    };
-    const std::array rows{
-        Row{"opaque", OwnWindow::Look::opaque, false},
-        Row{"translucent", OwnWindow::Look::translucent, false},
-        Row{"shaped", OwnWindow::Look::shaped, false},
-        Row{"belowAStoppedProgram", OwnWindow::Look::opaque, true},
-    };
-    for (const auto& row : rows) {
-        const PaintedWindow below(windowRect, blue);
-        const auto content = contentOf(below);
-        if (row.isBelowStopped)
-            below.stop();
-        const OwnWindow own(content.adjusted(-30, -30, -100, -80), row.look);
-        const auto covered = content.adjusted(0, 0, -90, -70); // And a bit more.
-        EXPECT_TRUE(region(covered) == below.pattern(covered.translated(-content.topLeft())))
-            << row.name;
-    }
-}
-
 TEST_P(CapturedPixels, aRegionShowsWindowsInTheirOrderBelowOurs)
 {
     const PaintedWindow back(windowRect, blue);
