@@ -44,9 +44,8 @@ std::vector<std::uint32_t> items(const xcb_get_property_reply_t* property)
 {
     if (property == nullptr || property->format != 32)
         return {};
-    std::vector<std::uint32_t> items(property->value_len);
-    std::memcpy(items.data(), xcb_get_property_value(property), items.size() * sizeof(items[0]));
-    return items;
+    const auto* const first = static_cast<const std::uint32_t*>(xcb_get_property_value(property));
+    return {first, first + property->value_len};
 }
 
 QByteArray bytes(const xcb_get_property_reply_t* property)
