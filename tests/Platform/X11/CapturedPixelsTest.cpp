@@ -170,7 +170,9 @@ void addResources(xcb_connection_t* xcb, std::uint32_t client, Counts& counts)
     }
 }
 
-/// How many things of each kind this process has on the server.
+/// How many things of each kind this process has on the server. Who asks for news of a window's
+/// shape, as window managers and compositors do, adds to what its owner has, so that these don't
+/// count.
 Counts ownResources()
 {
     const std::unique_ptr<xcb_connection_t, X11::Disconnect> xcb(xcb_connect(nullptr, nullptr));
@@ -185,6 +187,7 @@ Counts ownResources()
          xcb_res_client_id_value_next(&id))
         if (xcb_res_client_id_value_value(id.data)[0] == static_cast<std::uint32_t>(getpid()))
             addResources(xcb.get(), id.data->spec.client, counts);
+    counts.erase("ShapeEvent");
     return counts;
 }
 
