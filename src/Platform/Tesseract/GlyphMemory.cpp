@@ -9,6 +9,9 @@ namespace {
 /// Glyphs less alike than this are of different letters. At 10 px "c" and "e" differ by 0.25.
 constexpr double widestUnlikeness = 0.16;
 
+/// Of one size. Noise makes every glyph another one, and all are compared with all.
+constexpr std::size_t mostExemplars = 200;
+
 int sizeKey(int width, int height)
 {
     return width * 4096 + height;
@@ -34,6 +37,8 @@ void GlyphMemory::learn(const Glyph& glyph, const QString& text, int weight)
     const auto same = std::find_if(exemplars.begin(), exemplars.end(), [&](const Exemplar& known) {
         return known.glyph->drop == glyph.drop && known.glyph->ink == glyph.ink;
     });
+    if (same == exemplars.end() && exemplars.size() == mostExemplars)
+        return;
     Exemplar& exemplar = same == exemplars.end() ? exemplars.emplace_back() : *same;
     if (!exemplar.glyph)
         exemplar.glyph = &glyph;
