@@ -171,9 +171,13 @@ std::vector<Glyph> glyphsOf(const InkImage& ink, const Components& components, c
     for (const Members& members : groups) {
         const Patch patch = patchOf(ink, components, members);
         const std::vector<int> cuts = cutsOf(patch, centres);
-        for (std::size_t cut = 1; cut < cuts.size(); ++cut)
-            if (auto glyph = glyphIn(patch, cuts[cut - 1], cuts[cut], line.baseline))
-                glyphs.push_back(std::move(*glyph));
+        for (std::size_t cut = 1; cut < cuts.size(); ++cut) {
+            auto glyph = glyphIn(patch, cuts[cut - 1], cuts[cut], line.baseline);
+            if (!glyph)
+                continue;
+            glyph->isCut = cuts.size() > 2;
+            glyphs.push_back(std::move(*glyph));
+        }
     }
     std::stable_sort(glyphs.begin(), glyphs.end(), [](const Glyph& a, const Glyph& b) {
         return a.box.x() + rightOf(a.box) < b.box.x() + rightOf(b.box);

@@ -16,6 +16,7 @@ struct Glyph {
     /// Row by row, 255 where its ink is strongest.
     std::vector<std::uint8_t> ink;
     int inkSum = 0;
+    bool isCut = false; ///< Cut out of letters that touch, maybe in a wrong place.
 };
 
 /// How far across the middle of @p glyph stands.

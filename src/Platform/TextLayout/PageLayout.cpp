@@ -2,7 +2,9 @@
 
 #include "Platform/TextLayout/Patches.h"
 #include "Platform/TextLayout/Pixels.h"
+#include "Platform/TextLayout/Quantiles.h"
 #include "Platform/TextLayout/ReadingOrder.h"
+#include "Platform/TextLayout/Slivers.h"
 
 #include <algorithm>
 
@@ -50,6 +52,7 @@ LevelLines levelOf(const QImage& image, int reduction, const std::stop_token& st
 {
     LayoutLevel level{reduction, inkOf(image, stop), {}};
     level.components = componentsOf(level.ink, stop);
+    dropSlivers(image, level.components, level.ink);
     std::vector<TextLine> lines = textLinesOf(level.components);
     if (flattenPatches(image, level.components, lines, level.ink)) {
         level.components = componentsOf(level.ink, stop);
@@ -103,18 +106,17 @@ void dropShapes(const std::vector<LayoutLevel>& levels, std::vector<PlacedLine>&
             heights.push_back(heightOf(line));
     if (heights.empty())
         return;
-    const auto middle = heights.begin() + std::ptrdiff_t(heights.size() / 2);
-    std::nth_element(heights.begin(), middle, heights.end());
+    const double typical = medianOf(std::move(heights));
     std::erase_if(lines, [&](const PlacedLine& line) {
         const std::size_t letters = line.line.components.size();
         const double aspect = double(line.box.width()) / line.box.height();
         if (letters > fewLetters)
             return false;
-        const bool isTall = line.box.height() > tallestLetter * *middle;
+        const bool isTall = line.box.height() > tallestLetter * typical;
         if (letters == 1 && aspect < 2 && (line.level > 0 || (isTall && aspect > 1.2)))
             return true;
-        return heightOf(line) > tallestShortLine * *middle
-            || heightOf(line) < lowestShortLine * *middle;
+        return heightOf(line) > tallestShortLine * typical
+            || heightOf(line) < lowestShortLine * typical;
     });
 }
 

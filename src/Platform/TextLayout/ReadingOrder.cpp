@@ -1,6 +1,7 @@
 #include "Platform/TextLayout/ReadingOrder.h"
 
 #include "Platform/TextLayout/Boxes.h"
+#include "Platform/TextLayout/Quantiles.h"
 #include "Platform/TextLayout/TableRows.h"
 
 #include <algorithm>
@@ -76,9 +77,7 @@ private:
         std::vector<int> heights;
         for (const int index : part)
             heights.push_back(box(index).height());
-        const auto middle = heights.begin() + std::ptrdiff_t(heights.size() / 2);
-        std::nth_element(heights.begin(), middle, heights.end());
-        return *middle;
+        return medianOf(std::move(heights));
     }
 
     /// A column is worth reading by itself where it holds more than one row.

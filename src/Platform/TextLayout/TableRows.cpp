@@ -1,6 +1,7 @@
 #include "Platform/TextLayout/TableRows.h"
 
 #include "Platform/TextLayout/Boxes.h"
+#include "Platform/TextLayout/Quantiles.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -56,9 +57,7 @@ bool areEven(const std::vector<QRect>& boxes)
             steps.push_back(step);
     if (steps.size() + 1 < fewestRows)
         return false;
-    const auto middle = steps.begin() + std::ptrdiff_t(steps.size() / 2);
-    std::nth_element(steps.begin(), middle, steps.end());
-    const int typical = *middle;
+    const int typical = medianOf(steps);
     const auto even = std::count_if(steps.begin(), steps.end(),
         [&](int step) { return 4 * std::abs(step - typical) <= typical; });
     return double(even) >= evenShare * double(steps.size());

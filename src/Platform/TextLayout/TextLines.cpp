@@ -1,11 +1,15 @@
 #include "Platform/TextLayout/TextLines.h"
 
 #include "Platform/TextLayout/Boxes.h"
+#include "Platform/TextLayout/Cells.h"
 #include "Platform/TextLayout/DisjointSets.h"
+#include "Platform/TextLayout/Frames.h"
+#include "Platform/TextLayout/Quantiles.h"
 
 #include <algorithm>
 #include <cmath>
 #include <map>
+#include <optional>
 
 namespace Platform {
 
@@ -16,20 +20,13 @@ constexpr int tallestLetter = 64;
 /// Letters that touch make one component; a whole touching word is at most this wide.
 constexpr int widestLetterShare = 24;
 constexpr double widestWordGap = 1.05; // Of the letter height.
-constexpr int leastFrame = 10;
 /// The widest gap inside a line, in heights of the letters beside it.
 constexpr double widestGap = 1.5;
 /// How much taller than a letter the next one may be: "a" beside "d", and beside "|" or "(".
 constexpr double tallestNeighbour = 1.8;
 constexpr double tallestBracket = 2.6;
-
-template <typename T>
-T medianOf(std::vector<T> values)
-{
-    const auto middle = values.begin() + std::ptrdiff_t(values.size() / 2);
-    std::nth_element(values.begin(), middle, values.end());
-    return *middle;
-}
+/// A lone shape beside letters that is taller, in heights of theirs, is no letter but an icon.
+constexpr double tallestPicture = 1.5;
 
 enum class Shape {
     letter, ///< Starts and carries a line.
@@ -277,20 +274,34 @@ void takeLowChains(std::vector<TextLine>& lines, std::vector<std::vector<int>>& 
     lines = std::move(kept);
 }
 
+/// Whether two lines stand in one row.
+bool areInOneRow(const TextLine& a, const TextLine& b)
+{
+    const int shorter = std::min(a.box.height(), b.box.height());
+    const int taller = std::max(a.box.height(), b.box.height());
+    return verticalOverlap(a.box, b.box) * 10 >= 6 * shorter && taller <= 2.2 * shorter;
+}
+
 /// Whether two lines stand in one row, no further apart than words do. The longer one tells the
 /// size of their letters.
 bool areOneLine(const TextLine& a, const TextLine& b)
 {
     const int shorter = std::min(a.box.height(), b.box.height());
-    const int taller = std::max(a.box.height(), b.box.height());
-    const TextLine& longer = a.components.size() >= b.components.size() ? a : b;
-    return verticalOverlap(a.box, b.box) * 10 >= 6 * shorter && taller <= 2.2 * shorter
+    const bool isALonger = a.components.size() >= b.components.size();
+    const TextLine& longer = isALonger ? a : b;
+    const TextLine& other = isALonger ? b : a;
+    const bool isPicture = other.components.size() == 1
+        && other.box.height() > tallestPicture * longer.letterHeight
+        && other.box.width() * 2 > other.box.height();
+    return !isPicture && areInOneRow(a, b)
         && horizontalGap(a.box, b.box)
         <= std::max(1.1 * shorter, widestWordGap * longer.letterHeight);
 }
 
-/// Joins lines that the marks have brought close enough to be one: `a :: b`.
-std::vector<TextLine> mergeNeighbours(const Components& components, std::vector<TextLine> lines)
+/// Joins those of @p lines that are one for @p areOne, which takes the numbers of two.
+template <typename AreOne>
+std::vector<TextLine> mergeNeighbours(
+    const Components& components, const std::vector<TextLine>& lines, AreOne areOne)
 {
     BoxIndex index;
     for (std::size_t line = 0; line < lines.size(); ++line)
@@ -300,7 +311,7 @@ std::vector<TextLine> mergeNeighbours(const Components& components, std::vector<
         const QRect& box = lines[line].box;
         const int reach = int(2 * lines[line].letterHeight);
         index.visit(box.adjusted(-reach, 0, reach, 0), [&](int other) {
-            if (other != int(line) && areOneLine(lines[line], lines[std::size_t(other)]))
+            if (other != int(line) && areOne(line, std::size_t(other)))
                 sets.join(int(line), other);
         });
     }
@@ -316,44 +327,59 @@ std::vector<TextLine> mergeNeighbours(const Components& components, std::vector<
     return merged;
 }
 
-/// Whether the ink of @p component runs along the sides of its box, as no letter's does.
-bool isOutline(const Components& components, const Component& component)
+/// The middles of the letters of @p line, from left to right.
+std::vector<double> middlesOf(const Components& components, const TextLine& line)
 {
-    constexpr int thickest = 2; // Pixels.
-    constexpr double leastShare = 0.85;
-    const QRect inner = component.box.adjusted(thickest, thickest, -thickest, -thickest);
-    int inside = 0;
-    for (const InkRun& run : components.runsOf(component))
-        if (run.y >= inner.y() && run.y < bottomOf(inner))
-            inside +=
-                std::max(0, std::min(run.right, rightOf(inner)) - std::max(run.left, inner.x()));
-    return inside <= (1 - leastShare) * component.area;
+    std::vector<double> middles;
+    for (const int member : line.components) {
+        const Component& component = components.items[std::size_t(member)];
+        const Shape shape = shapeOf(component);
+        if (shape == Shape::letter || shape == Shape::bar)
+            middles.push_back(component.box.x() + component.box.width() / 2.0);
+    }
+    std::sort(middles.begin(), middles.end());
+    return middles;
 }
 
-/// Whether a component is a frame, such as a key cap's or a check box's: others stand inside it.
-std::vector<bool> findFrames(const Components& components, const std::vector<int>& letters)
+std::optional<Cells> cellsAt(const std::vector<double>& middles)
 {
-    BoxIndex index;
-    for (const int letter : letters)
-        index.add(letter, components.items[std::size_t(letter)].box);
-    std::vector<bool> isFrame(components.items.size());
-    for (const int letter : letters) {
-        const Component& component = components.items[std::size_t(letter)];
-        const QRect& box = component.box;
-        if (std::min(box.width(), box.height()) < leastFrame)
-            continue;
-        std::vector<int> inside;
-        index.visit(box, [&](int other) {
-            if (other != letter
-                && box.contains(components.items[std::size_t(other)].box, /*proper=*/true))
-                inside.push_back(other);
-        });
-        std::sort(inside.begin(), inside.end());
-        inside.erase(std::unique(inside.begin(), inside.end()), inside.end());
-        isFrame[std::size_t(letter)] =
-            inside.size() >= 2 || (inside.size() == 1 && isOutline(components, component));
+    if (middles.size() < 2)
+        return std::nullopt;
+    std::vector<double> steps;
+    for (std::size_t next = 1; next < middles.size(); ++next)
+        steps.push_back(middles[next] - middles[next - 1]);
+    return cellsOf(middles, medianOf(std::move(steps)));
+}
+
+/// Whether the letters at @p middles stand in @p cells as well.
+bool standIn(const Cells& cells, const std::vector<double>& middles)
+{
+    constexpr double widestOffset = 0.35;
+    constexpr double agreeingShare = 0.6;
+    const auto agreeing = std::count_if(middles.begin(), middles.end(),
+        [&](double middle) { return cells.offsetOf(middle) <= widestOffset; });
+    return double(agreeing) >= agreeingShare * double(middles.size());
+}
+
+/// Joins lines in a typewriter face that two or three blanks have torn apart, as after a sentence.
+std::vector<TextLine> mergeTypewritten(const Components& components, std::vector<TextLine> lines)
+{
+    constexpr double widestBlanks = 3.8; // In cells, with the room around the letters.
+    std::vector<std::vector<double>> middles;
+    std::vector<std::optional<Cells>> cells;
+    for (const TextLine& line : lines) {
+        middles.push_back(middlesOf(components, line));
+        cells.push_back(cellsAt(middles.back()));
     }
-    return isFrame;
+    const auto goesOn = [&](std::size_t line, std::size_t other) {
+        const int gap = horizontalGap(lines[line].box, lines[other].box);
+        return cells[line] && gap > 0 && gap <= widestBlanks * cells[line]->pitch
+            && standIn(*cells[line], middles[other]);
+    };
+    return mergeNeighbours(components, lines, [&](std::size_t a, std::size_t b) {
+        return std::abs(lines[a].baseline - lines[b].baseline) <= 1
+            && areInOneRow(lines[a], lines[b]) && (goesOn(a, b) || goesOn(b, a));
+    });
 }
 
 } // namespace
@@ -370,15 +396,23 @@ std::vector<TextLine> textLinesOf(const Components& components)
             pieces.push_back({int(item)});
     }
 
-    const std::vector<bool> isFrame = findFrames(components, letters);
+    std::vector<int> marks = letters;
+    for (const std::vector<int>& piece : pieces)
+        marks.push_back(piece.front());
+    const std::vector<bool> isFrame = findFrames(components, letters, marks);
     std::erase_if(letters, [&](int letter) { return isFrame[std::size_t(letter)]; });
+    std::erase_if(
+        pieces, [&](const std::vector<int>& piece) { return isFrame[std::size_t(piece.front())]; });
 
     std::vector<TextLine> lines;
     for (std::vector<int>& chain : chainLetters(components, letters))
         lines.push_back(lineOf(components, std::move(chain)));
     takeLowChains(lines, pieces);
     attachPieces(components, std::move(pieces), lines);
-    lines = mergeNeighbours(components, std::move(lines));
+    // Marks have brought some lines close enough to be one: `a :: b`.
+    lines = mergeNeighbours(components, lines,
+        [&](std::size_t a, std::size_t b) { return areOneLine(lines[a], lines[b]); });
+    lines = mergeTypewritten(components, std::move(lines));
     for (TextLine& line : lines) {
         std::sort(line.components.begin(), line.components.end(), [&](int a, int b) {
             return components.items[std::size_t(a)].box.x()

@@ -2,7 +2,6 @@
 
 #include "Platform/TextLayout/Canvas.h"
 
-#include <array>
 #include <gtest/gtest.h>
 
 namespace {
@@ -18,27 +17,21 @@ QImage clearWithText(const QColor& colour, QImage::Format format)
 
 TEST(BackdropTest, whatIsVisibleStandsOut)
 {
-    struct Row {
-        const char* name;
-        QColor text;
-        QColor backdrop;
-    };
-    const std::array rows{
-        Row{"black", Qt::black, Qt::white},
-        Row{"white", Qt::white, Qt::black},
-        Row{"darkBlue", QColor(20, 30, 120), Qt::white},
-        Row{"yellow", QColor(250, 240, 120), Qt::black},
-        Row{"faintWhite", QColor(255, 255, 255, 90), Qt::black},
-        Row{"nothing", Qt::transparent, Qt::white},
-    };
-    for (const auto& row : rows) {
+    const auto check = [&](const char* name, const QColor& text, const QColor& backdrop) {
+        SCOPED_TRACE(name);
         for (const auto format :
             {QImage::Format_ARGB32_Premultiplied, QImage::Format_ARGB32, QImage::Format_RGBA64}) {
-            const auto opaque = Platform::opaqueImageOf(clearWithText(row.text, format));
-            EXPECT_EQ(opaque.format(), QImage::Format_RGB32) << row.name;
-            EXPECT_EQ(opaque.pixelColor(2, 2), row.backdrop) << row.name << ' ' << format;
+            const auto opaque = Platform::opaqueImageOf(clearWithText(text, format));
+            EXPECT_EQ(opaque.format(), QImage::Format_RGB32);
+            EXPECT_EQ(opaque.pixelColor(2, 2), backdrop) << format;
         }
-    }
+    };
+    check("black", Qt::black, Qt::white);
+    check("white", Qt::white, Qt::black);
+    check("darkBlue", QColor(20, 30, 120), Qt::white);
+    check("yellow", QColor(250, 240, 120), Qt::black);
+    check("faintWhite", QColor(255, 255, 255, 90), Qt::black);
+    check("nothing", Qt::transparent, Qt::white);
 }
 
 } // namespace

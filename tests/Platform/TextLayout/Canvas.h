@@ -8,12 +8,12 @@
 
 namespace Drawing {
 
-inline const QString mono = QStringLiteral("DejaVu Sans Mono");
+inline const QString mono = u"DejaVu Sans Mono"_qs;
 
 struct Face {
     int size = 14; ///< Pixels.
     QColor colour = Qt::black;
-    QString family = QStringLiteral("DejaVu Sans");
+    QString family = u"DejaVu Sans"_qs;
     bool isBold = false;
 };
 

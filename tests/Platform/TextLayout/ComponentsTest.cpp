@@ -4,7 +4,6 @@
 #include <array>
 #include <gtest/gtest.h>
 #include <random>
-#include <tuple>
 
 using Platform::componentsOf;
 using Platform::InkImage;

@@ -100,6 +100,21 @@ TEST(PageLayoutTest, linesAreWhatWasWritten)
                 .write({115, 48}, u"Accept"_qs, {.colour = Qt::white})),
         std::pair("framed",
             Canvas({300, 90}).frame({80, 25, 120, 36}, Qt::black).write({115, 48}, u"Accept"_qs)),
+        std::pair("framedWithRoundCorners",
+            Canvas({300, 90})
+                .frame({80, 25, 66, 36}, Qt::black, 6)
+                .write({98, 48}, u"Apply"_qs)
+                .frame({152, 25, 66, 36}, Qt::black, 6)
+                .write({168, 48}, u"Close"_qs)),
+        std::pair("besideAnAvatar",
+            Canvas({400, 120})
+                .fill({20, 30, 36, 36}, blue, 18)
+                .write({26, 53}, u"357"_qs, {.size = 12, .colour = Qt::white})
+                .write({66, 44}, u"Typing quickly"_qs, {.size = 13})
+                .write({66, 62}, u"without looking down"_qs, {.size = 13})),
+        std::pair("sentences",
+            alone(u"A sentence may stop here.  Others go  on"_qs,
+                {.size = 13, .family = Drawing::mono})),
         std::pair("underlined", alone(linked, {.colour = blue}).fill({50, 92, 176, 1}, blue)),
         std::pair("crossedByARule", alone(linked).fill({0, 92, 500, 1}, Qt::black)),
     };
