@@ -1,8 +1,9 @@
 #include "Platform/Tesseract/GlyphRepair.h"
 
-#include "Platform/Tesseract/GlyphAlignment.h"
 #include "Platform/Tesseract/GlyphMemory.h"
-#include "Platform/Tesseract/TextRepair.h"
+#include "Platform/TextLayout/Boxes.h"
+
+#include <QStringList>
 
 #include <algorithm>
 #include <cmath>
@@ -16,42 +17,69 @@ namespace {
 constexpr int sureWeight = 4;
 constexpr int likelyWeight = 1;
 constexpr double likelyConfidence = 93;
-/// A letter gives way to one with so much more weight, and at least so much.
-constexpr double leastWeight = 6;
-constexpr double leastMajority = 8;
-constexpr double leastLikeness = 0.5;
 /// How far from its glyph a symbol may stand, in letter heights.
 constexpr double widestMisfit = 0.25;
 
-/// A line, and which glyph each of its symbols was read from.
-struct LineGlyphs {
-    LineReading* reading = nullptr;
-    double letterHeight = 1;
-    std::vector<Glyph> glyphs;
-    std::vector<std::optional<std::size_t>> partners;
+/// What it takes for a text to take the place of another one.
+struct Demand {
+    double weight = 0;
+    double majority = 0; ///< So many times the weight of the other one.
+    double likeness = 0;
 };
 
-std::vector<double> centresOf(const LineReading& reading)
+constexpr Demand ofAnything{6, 8, 0.5};
+/// Engines mistake small marks for each other even in words that they know.
+constexpr Demand ofMarks{4, 2.5, 0.8};
+constexpr Demand ofCase{3, 4, 0.6};
+constexpr Demand ofMissing{6, 8, 0.75};
+/// Of words with a part that is out of step.
+constexpr double leastLikenessOutOfStep = 0.8;
+
+bool isSmallMark(const QString& text)
 {
-    std::vector<double> centres;
-    for (const ReadSymbol& symbol : reading.symbols)
-        centres.push_back(symbol.centre);
-    return centres;
+    return QStringLiteral(".,:;'`°\"-_~*·^=´’‘“”„–—•").contains(text);
+}
+
+Demand demandOf(const QString& text, const QString& other)
+{
+    // A full stop is often read as a comma, and hardly ever the other way round.
+    if (isSmallMark(text) && isSmallMark(other) && other != u',')
+        return ofMarks;
+    const bool isOtherCase =
+        text.toLower() == other.toLower() && text.toLower() != u'k' && text.toLower() != u'l';
+    return isOtherCase ? ofCase : ofAnything;
+}
+
+/// Whether @p glyph stands as high over the baseline as the small mark @p text does.
+bool suitsHeight(const LineGlyphs& line, const Glyph& glyph, const QString& text)
+{
+    const bool isLow = QStringLiteral(".,:;_„").contains(text);
+    return isLow == (glyph.drop > -0.12 * line.letterHeight);
+}
+
+/// Whether @p symbol was read from a glyph where it stands.
+bool isPlaced(const LineGlyphs& line, std::size_t symbol)
+{
+    return line.partners[symbol]
+        && std::abs(
+               line.reading->symbols[symbol].centre - centreOf(line.glyphs[*line.partners[symbol]]))
+        <= widestMisfit * line.letterHeight;
+}
+
+/// Whether @p symbol and the one before it were read from glyphs that follow each other.
+bool followsGlyph(const LineGlyphs& line, std::size_t symbol)
+{
+    return line.partners[symbol - 1] && line.partners[symbol]
+        && *line.partners[symbol] == *line.partners[symbol - 1] + 1;
 }
 
 /// Whether the symbols from @p first up to @p end were read from glyphs that follow each other,
 /// where these stand.
 bool areInStep(const LineGlyphs& line, std::size_t first, std::size_t end)
 {
-    for (std::size_t symbol = first; symbol < end; ++symbol) {
-        if (!line.partners[symbol]
-            || *line.partners[symbol] != *line.partners[first] + (symbol - first))
+    for (std::size_t symbol = first; symbol < end; ++symbol)
+        if (!isPlaced(line, symbol) || (symbol > first && !followsGlyph(line, symbol)))
             return false;
-        const Glyph& glyph = line.glyphs[*line.partners[symbol]];
-        if (std::abs(line.reading->symbols[symbol].centre - centreOf(glyph))
-            > widestMisfit * line.letterHeight)
-            return false;
-    }
     return true;
 }
 
@@ -97,22 +125,30 @@ bool isToldFromBars(const LineGlyphs& line, std::size_t symbol, const GlyphMemor
 }
 
 std::optional<QString> betterText(
-    const LineGlyphs& line, std::size_t symbol, const GlyphMemory& memory)
+    const LineGlyphs& line, std::size_t symbol, const GlyphMemory& memory, double leastLikeness)
 {
     const QString bars = QStringLiteral("lI|");
     const QString& text = line.reading->symbols[symbol].text;
-    const std::vector<GlyphMemory::Opinion> opinions =
-        memory.recall(line.glyphs[*line.partners[symbol]]);
-    if (opinions.empty() || opinions.front().text == text || opinions.front().weight < leastWeight
-        || opinions.front().likeness < leastLikeness)
+    const Glyph& glyph = line.glyphs[*line.partners[symbol]];
+    // Letters that touch may have been cut in a wrong place.
+    if (glyph.isCut)
         return std::nullopt;
-    const bool areBars = bars.contains(text) && bars.contains(opinions.front().text);
+    const std::vector<GlyphMemory::Opinion> opinions = memory.recall(glyph);
+    if (opinions.empty() || opinions.front().text == text)
+        return std::nullopt;
+    const GlyphMemory::Opinion& best = opinions.front();
+    const Demand demand = demandOf(text, best.text);
+    if (best.weight < demand.weight || best.likeness < std::max(leastLikeness, demand.likeness)
+        || isSmallMark(text) != isSmallMark(best.text)
+        || (isSmallMark(text) && !suitsHeight(line, glyph, best.text)))
+        return std::nullopt;
+    const bool areBars = bars.contains(text) && bars.contains(best.text);
     if (areBars && !isToldFromBars(line, symbol, memory))
         return std::nullopt;
     for (const GlyphMemory::Opinion& own : opinions)
-        if (own.text == text && (areBars || own.weight * leastMajority > opinions.front().weight))
+        if (own.text == text && (areBars || own.weight * demand.majority > best.weight))
             return std::nullopt;
-    return opinions.front().text;
+    return best.text;
 }
 
 /// Whether @p texts are those of the neighbours in @p word: then the glyphs were cut in wrong
@@ -126,65 +162,187 @@ bool areShifted(std::span<const ReadSymbol> word, const std::vector<std::optiona
     return false;
 }
 
-/// Sets the symbols right from @p first up to @p end, those of one word.
-bool repairWord(LineGlyphs& line, std::size_t first, std::size_t end, const GlyphMemory& memory)
+/// Whether a symbol of the word from @p first up to @p end, and the neighbours it has there, were
+/// read from glyphs that follow each other.
+bool isInStep(const LineGlyphs& line, std::size_t symbol, std::size_t first, std::size_t end)
 {
-    if (!areInStep(line, first, end))
-        return false;
-    const std::span<ReadSymbol> word(line.reading->symbols.data() + first, end - first);
-    std::vector<std::optional<QString>> texts;
-    // Of a word that the dictionary knows, no more can be wrong than the case it starts with.
-    const bool isKnown = word.front().isOfKnownWord;
-    for (std::size_t symbol = first; symbol < (isKnown ? first + 1 : end); ++symbol)
-        texts.push_back(betterText(line, symbol, memory));
-    texts.resize(word.size());
-    if (areShifted(word, texts))
-        return false;
-    bool isChanged = false;
-    for (std::size_t at = 0; at < word.size(); ++at) {
-        if (!texts[at]
-            || (word[at].isOfKnownWord && texts[at]->toUpper() != word[at].text.toUpper()))
-            continue;
-        word[at].text = *texts[at];
-        isChanged = true;
-    }
-    return isChanged;
+    return areInStep(line, std::max(first + 1, symbol) - 1, std::min(end, symbol + 2));
 }
 
-bool repairLine(LineGlyphs& line, const GlyphMemory& memory)
+/// Whether a word that the dictionary knows may yet be wrong there: in the case it starts with, and
+/// in the marks around it.
+bool mayBeWrong(const ReadSymbol& symbol, bool isFirst, const QString& text)
 {
-    bool isChanged = false;
+    return isSmallMark(symbol.text) || (isFirst && symbol.text.toUpper() == text.toUpper());
+}
+
+/// Sets the symbols right from @p first up to @p end, those of one word.
+void repairWord(LineGlyphs& line, std::size_t first, std::size_t end, const GlyphMemory& memory)
+{
+    const std::span<ReadSymbol> word(line.reading->symbols.data() + first, end - first);
+    std::vector<std::optional<QString>> texts(word.size());
+    const double leastLikeness = areInStep(line, first, end) ? 0 : leastLikenessOutOfStep;
+    for (std::size_t at = 0; at < word.size(); ++at) {
+        const bool isSettled = word[at].isOfKnownWord && at > 0 && !isSmallMark(word[at].text);
+        if (!isSettled && isInStep(line, first + at, first, end))
+            texts[at] = betterText(line, first + at, memory, leastLikeness);
+    }
+    if (areShifted(word, texts))
+        return;
+    for (std::size_t at = 0; at < word.size(); ++at)
+        if (texts[at] && (!word[at].isOfKnownWord || mayBeWrong(word[at], at == 0, *texts[at])))
+            word[at].text = *texts[at];
+}
+
+void repairLine(LineGlyphs& line, const GlyphMemory& memory)
+{
     std::size_t first = 0;
     for (const auto& word : wordsOf(std::span<const ReadSymbol>(line.reading->symbols))) {
-        isChanged |= repairWord(line, first, first + word.size(), memory);
+        repairWord(line, first, first + word.size(), memory);
         first += word.size();
     }
-    return isChanged;
+}
+
+/// What @p glyph surely is, whatever was read of it.
+std::optional<QString> sureText(const Glyph& glyph, const GlyphMemory& memory)
+{
+    if (glyph.isCut)
+        return std::nullopt;
+    const std::vector<GlyphMemory::Opinion> opinions = memory.recall(glyph);
+    if (opinions.empty())
+        return std::nullopt;
+    const bool isMark = isSmallMark(opinions.front().text);
+    if (opinions.front().weight < ofMissing.weight || opinions.front().likeness < ofMissing.likeness
+        || (opinions.size() > 1
+            && opinions[1].weight * (isMark ? ofMarks.majority : ofMissing.majority)
+                > opinions.front().weight))
+        return std::nullopt;
+    return opinions.front().text;
+}
+
+/// Glyphs of a line that no symbol was read from, between symbols that were.
+struct Omission {
+    std::size_t symbol = 0; ///< Before which it stands, maybe the end.
+    std::size_t firstGlyph = 0;
+    std::size_t endGlyph = 0;
+};
+
+constexpr std::size_t longestOmission = 3;
+
+std::vector<Omission> omissionsOf(const LineGlyphs& line)
+{
+    std::vector<Omission> omissions;
+    // The symbols between one without a glyph and a glyph without one may all be one place off.
+    if (!std::all_of(line.partners.begin(), line.partners.end(),
+            [](const auto& partner) { return partner.has_value(); }))
+        return omissions;
+    const std::size_t count = line.partners.size();
+    for (std::size_t symbol = 0; symbol <= count; ++symbol) {
+        const std::size_t first = symbol == 0 ? 0 : *line.partners[symbol - 1] + 1;
+        const std::size_t end = symbol == count ? line.glyphs.size() : *line.partners[symbol];
+        if (first < end && end - first <= longestOmission)
+            omissions.push_back({symbol, first, end});
+    }
+    return omissions;
+}
+
+/// What the glyphs from @p first up to @p end surely are; nothing if that isn't known of all.
+std::optional<QStringList> sureTexts(
+    const LineGlyphs& line, std::size_t first, std::size_t end, const GlyphMemory& memory)
+{
+    QStringList texts;
+    for (std::size_t glyph = first; glyph < end; ++glyph) {
+        const std::optional<QString> text = sureText(line.glyphs[glyph], memory);
+        if (!text)
+            return std::nullopt;
+        texts.append(*text);
+    }
+    return texts;
+}
+
+/// Whether @p symbol may stand beside @p missing, which was left out, though its glyph is surely
+/// @p text.
+bool agrees(const ReadSymbol& symbol, const QString& text, const QStringList& missing)
+{
+    // If what was left out stands beside it, the symbols are one place off.
+    return symbol.text == text
+        || (isSmallMark(symbol.text) == isSmallMark(text) && !missing.contains(symbol.text));
+}
+
+bool startsWordAt(const LineGlyphs& line, std::size_t glyph)
+{
+    constexpr double leastBlank = 0.25; // In letter heights.
+    return glyph == 0
+        || line.glyphs[glyph].box.x() - rightOf(line.glyphs[glyph - 1].box)
+        > leastBlank * line.letterHeight;
+}
+
+/// Puts @p texts, what @p omission leaves out, into the line.
+void insert(LineGlyphs& line, const Omission& omission, const QStringList& texts)
+{
+    std::vector<ReadSymbol>& symbols = line.reading->symbols;
+    const std::size_t place = omission.symbol;
+    if (place < symbols.size())
+        symbols[place].startsWord = startsWordAt(line, omission.endGlyph);
+    std::vector<ReadSymbol> added;
+    std::vector<std::optional<std::size_t>> partners;
+    for (std::size_t glyph = omission.firstGlyph; glyph < omission.endGlyph; ++glyph) {
+        const ReadSymbol& beside = symbols[std::min(place, symbols.size() - 1)];
+        added.push_back({texts[int(glyph - omission.firstGlyph)], centreOf(line.glyphs[glyph]),
+            startsWordAt(line, glyph), beside.confidence, beside.isOfKnownWord});
+        partners.emplace_back(glyph);
+    }
+    symbols.insert(symbols.begin() + std::ptrdiff_t(place), added.begin(), added.end());
+    line.partners.insert(
+        line.partners.begin() + std::ptrdiff_t(place), partners.begin(), partners.end());
+}
+
+/// Puts what @p omission leaves out into the line, where its glyphs are surely known, and what was
+/// read beside it agrees with its glyphs or gives way to what these surely are.
+void fillOmission(LineGlyphs& line, const Omission& omission, const GlyphMemory& memory)
+{
+    std::vector<ReadSymbol>& symbols = line.reading->symbols;
+    const auto texts = sureTexts(line, omission.firstGlyph, omission.endGlyph, memory);
+    if (!texts)
+        return;
+    const std::size_t first = omission.symbol - (omission.symbol > 0 ? 1 : 0);
+    const std::size_t end = std::min(symbols.size(), omission.symbol + 1);
+    // No letter is missing in a word that the dictionary knows, unless it was read as another word.
+    bool mayBeMissing = std::all_of(texts->begin(), texts->end(), isSmallMark);
+    std::vector<QString> besides;
+    for (std::size_t symbol = first; symbol < end; ++symbol) {
+        const auto text = sureText(line.glyphs[*line.partners[symbol]], memory);
+        if (!text || !agrees(symbols[symbol], *text, *texts))
+            return;
+        mayBeMissing |= !symbols[symbol].isOfKnownWord || *text != symbols[symbol].text;
+        besides.push_back(*text);
+    }
+    if (!mayBeMissing)
+        return;
+    for (std::size_t symbol = first; symbol < end; ++symbol)
+        symbols[symbol].text = besides[symbol - first];
+    insert(line, omission, *texts);
+}
+
+void fillOmissions(LineGlyphs& line, const GlyphMemory& memory)
+{
+    std::vector<Omission> omissions = omissionsOf(line);
+    // From the end, so that the places of the others stay.
+    std::reverse(omissions.begin(), omissions.end());
+    for (const Omission& omission : omissions)
+        fillOmission(line, omission, memory);
 }
 
 } // namespace
 
-void repairByGlyphs(const PageLayout& page, std::vector<LineReading>& readings)
+void repairByGlyphs(std::vector<LineGlyphs>& lines)
 {
-    for (std::size_t level = 0; level < page.levels.size(); ++level) {
-        std::vector<LineGlyphs> lines;
-        for (std::size_t index = 0; index < readings.size(); ++index) {
-            const PlacedLine& placed = page.lines[index];
-            if (std::size_t(placed.level) != level || readings[index].symbols.empty())
-                continue;
-            LineGlyphs line{&readings[index], std::max(1.0, placed.line.letterHeight),
-                glyphsOf(page.levels[level].ink, page.levels[level].components, placed.line,
-                    centresOf(readings[index])),
-                {}};
-            line.partners = align(line.reading->symbols, line.glyphs, line.letterHeight);
-            lines.push_back(std::move(line));
-        }
-        GlyphMemory memory;
-        for (const LineGlyphs& line : lines)
-            learnLine(line, memory);
-        for (LineGlyphs& line : lines)
-            if (repairLine(line, memory))
-                repair(line.reading->symbols);
+    GlyphMemory memory;
+    for (const LineGlyphs& line : lines)
+        learnLine(line, memory);
+    for (LineGlyphs& line : lines) {
+        repairLine(line, memory);
+        fillOmissions(line, memory);
     }
 }
 

@@ -1,15 +1,13 @@
 #pragma once
 
-#include "Platform/Tesseract/TesseractEngine.h"
-#include "Platform/TextLayout/PageLayout.h"
+#include "Platform/Tesseract/LineGlyphs.h"
 
 #include <vector>
 
 namespace Platform {
 
 /// Sets right what was read of a letter against what the same pixels were read as in sure words of
-/// the page: names of files and numbers have no dictionary that would tell. What stands in a line
-/// and was not read at all is added where the page knows it.
-void repairByGlyphs(const PageLayout& page, std::vector<LineReading>& readings);
+/// @p lines, those of one level: names of files and numbers have no dictionary that would tell.
+void repairByGlyphs(std::vector<LineGlyphs>& lines);
 
 } // namespace Platform

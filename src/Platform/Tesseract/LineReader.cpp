@@ -1,6 +1,6 @@
 #include "Platform/Tesseract/LineReader.h"
 
-#include "Platform/Tesseract/TextRepair.h"
+#include "Platform/Tesseract/WordSpacing.h"
 #include "Platform/TextLayout/LineImage.h"
 
 #include <algorithm>
@@ -82,7 +82,6 @@ LineReading readPlaced(const PageLayout& page, const PlacedLine& placed, Tessera
 
     const LayoutLevel& level = page.levels[std::size_t(placed.level)];
     respace(reading.symbols, gapsOf(level.components, placed.line));
-    repair(reading.symbols);
     return reading;
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Platform/Error.h"
-#include "Platform/Tesseract/WordSpacing.h"
+#include "Platform/Tesseract/LineReading.h"
 
 #include <QImage>
 #include <QString>
@@ -15,12 +15,6 @@ class TessBaseAPI;
 }
 
 namespace Platform {
-
-/// What an engine read from one line.
-struct LineReading {
-    std::vector<ReadSymbol> symbols; ///< In the order in which they are read; maybe none.
-    double confidence = 0; ///< Of the characters, 0 to 100, the mean.
-};
 
 /// One Tesseract engine with one language. Costs about 20 ms to start and up to 20 MB. Any
 /// thread, one at a time.

@@ -3,7 +3,9 @@
 #include "Platform/Tesseract/GlyphRepair.h"
 #include "Platform/Tesseract/LanguagePass.h"
 #include "Platform/Tesseract/LineReader.h"
+#include "Platform/Tesseract/PageSpacing.h"
 #include "Platform/Tesseract/TextFilter.h"
+#include "Platform/Tesseract/TextRepair.h"
 #include "Platform/TextLayout/Backdrop.h"
 #include "Platform/TextLayout/PageLayout.h"
 
@@ -25,6 +27,18 @@ Error cancelled()
 TextObservation observationOf(const QRect& box, const QRect& image, const LineReading& reading)
 {
     return {{{textOf(reading.symbols), reading.confidence / 100}}, QRectF(box & image)};
+}
+
+/// Sets right what the page itself tells better than an engine that sees one line at a time.
+void settleByLooks(const PageLayout& page, std::vector<LineReading>& readings)
+{
+    for (std::size_t level = 0; level < page.levels.size(); ++level) {
+        std::vector<LineGlyphs> lines = lineGlyphsOf(page, level, readings);
+        repairByGlyphs(lines);
+        respacePage(lines);
+        for (const LineGlyphs& line : lines)
+            repair(line.reading->symbols);
+    }
 }
 
 } // namespace
@@ -54,7 +68,7 @@ Result<QList<TextObservation>> TesseractRecognizer::recognize(
         return tl::make_unexpected(cancelled());
     if (!readings)
         return tl::make_unexpected(readings.error());
-    repairByGlyphs(page, *readings);
+    settleByLooks(page, *readings);
     settleLoneLetters(page, *readings);
 
     QList<TextObservation> observations;

@@ -1,5 +1,7 @@
 #include "Platform/Tesseract/TextFilter.h"
 
+#include "Platform/TextLayout/Quantiles.h"
+
 #include <algorithm>
 
 namespace Platform {
@@ -64,11 +66,8 @@ Context contextOf(const PageLayout& page, const std::vector<LineReading>& readin
             heights.push_back(letterHeightOf(page, line));
     }
     Context context{0, page.lines.size()};
-    if (!heights.empty()) {
-        const auto middle = heights.begin() + std::ptrdiff_t(heights.size() / 2);
-        std::nth_element(heights.begin(), middle, heights.end());
-        context.letterHeight = *middle;
-    }
+    if (!heights.empty())
+        context.letterHeight = medianOf(std::move(heights));
     return context;
 }
 

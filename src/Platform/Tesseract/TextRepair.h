@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Tesseract/WordSpacing.h"
+#include "Platform/Tesseract/LineReading.h"
 
 #include <vector>
 

@@ -1,5 +1,7 @@
 #include "Platform/Tesseract/WordSpacing.h"
 
+#include "Platform/TextLayout/Quantiles.h"
+
 #include <algorithm>
 #include <cmath>
 #include <optional>
@@ -15,18 +17,6 @@ constexpr double agreeingBlanks = 0.6;
 constexpr std::size_t leastSteps = 6;
 constexpr double pitchTolerance = 0.13; // Of the pitch.
 constexpr double blankTolerance = 0.2;
-
-double quantileOf(std::vector<double> values, double share)
-{
-    const auto place = values.begin() + std::ptrdiff_t(share * double(values.size()));
-    std::nth_element(values.begin(), place, values.end());
-    return *place;
-}
-
-double medianOf(std::vector<double> values)
-{
-    return quantileOf(std::move(values), 0.5);
-}
 
 /// The distance from one character to the next where it is the same everywhere.
 std::optional<double> pitchOf(const std::vector<ReadSymbol>& symbols)
@@ -176,21 +166,11 @@ void respaceByWidth(std::vector<ReadSymbol>& symbols, const std::vector<InkGap>&
     const Matching matching = match(symbols, atLeast(gaps, (blank + wideOther) / 2), 2 * blank);
     for (const InkGap& gap : matching.gapsWithoutWord) {
         const auto symbol = symbolAfter(symbols, gap, blank);
-        if (symbol && areLetters(symbols[*symbol - 1], symbols[*symbol]))
+        if (!symbol || !areLetters(symbols[*symbol - 1], symbols[*symbol]))
+            continue;
+        const bool isSure = widthOf(gap) >= (2 * blank + wideOther) / 3;
+        if (isSure || !haveUprightSides(symbols[*symbol - 1], symbols[*symbol]))
             symbols[*symbol].startsWord = true;
-    }
-}
-
-/// Whether @p character is of a script that sets no blanks between words.
-bool isUnspaced(QChar character)
-{
-    switch (character.script()) {
-    case QChar::Script_Han:
-    case QChar::Script_Hiragana:
-    case QChar::Script_Katakana:
-        return true;
-    default:
-        return false;
     }
 }
 
@@ -202,19 +182,6 @@ void respace(std::vector<ReadSymbol>& symbols, const std::vector<InkGap>& gaps)
         respaceByPitch(symbols, gaps, *pitch);
     else
         respaceByWidth(symbols, gaps);
-}
-
-QString textOf(const std::vector<ReadSymbol>& symbols)
-{
-    QString text;
-    for (const ReadSymbol& symbol : symbols) {
-        const bool isBlank = symbol.startsWord && !text.isEmpty()
-            && !(isUnspaced(text.back()) && isUnspaced(symbol.text.front()));
-        if (isBlank)
-            text += u' ';
-        text += symbol.text;
-    }
-    return text;
 }
 
 } // namespace Platform

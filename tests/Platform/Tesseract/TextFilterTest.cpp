@@ -1,6 +1,5 @@
 #include "Platform/Tesseract/TextFilter.h"
 
-#include <array>
 #include <gtest/gtest.h>
 
 using Platform::LineReading;

@@ -3,7 +3,6 @@
 #include <QStringList>
 
 #include <algorithm>
-#include <array>
 #include <gtest/gtest.h>
 
 using Platform::InkGap;
@@ -15,9 +14,7 @@ enum class Letters { typewriter, proportional };
 
 double inkWidthOf(QChar character)
 {
-    return QStringLiteral(".,:;'!|").contains(character) ? 2
-        : QStringLiteral("ijlt/()").contains(character)  ? 4
-                                                         : 8;
+    return u".,:;'!|"_qs.contains(character) ? 2 : u"ijlt/()"_qs.contains(character) ? 4 : 8;
 }
 
 double advanceOf(QChar character, Letters letters)
@@ -56,39 +53,32 @@ Line lineOf(const QString& drawn, const QString& read, Letters letters)
 
 TEST(WordSpacingTest, wordsAreWhatTheGapsTell)
 {
-    struct Row {
-        const char* name;
-        QString drawn;
-        QString read;
-        Letters letters;
-    };
     using enum Letters;
-    const std::array rows{
-        Row{"right", u"for each line"_qs, u"for each line"_qs, typewriter},
-        Row{"falseBlankAfterColon", u"see https://example.org/a"_qs,
-            u"see https: //example.org/a"_qs, typewriter},
-        Row{"falseBlanksAroundDots", u"std::cout.flush();"_qs, u"std:: cout. flush ();"_qs,
-            typewriter},
-        Row{"missedBlank", u"int main(void) {"_qs, u"intmain(void) {"_qs, typewriter},
-        Row{"missedBlankBesideDot", u"cp . other/place"_qs, u"cp. other/place"_qs, typewriter},
-        Row{"wideBlanks", u"name    size    owner"_qs, u"name size owner"_qs, typewriter},
-        Row{"rightInPrint", u"all the words stand apart"_qs, u"all the words stand apart"_qs,
-            proportional},
-        Row{"missedBlankInPrint", u"all the words stand apart"_qs, u"all thewords stand apart"_qs,
-            proportional},
-        Row{"twoMissedInPrint", u"so all of the words stand apart"_qs,
-            u"so allof the wordsstand apart"_qs, proportional},
-        Row{"onlyOneWordInPrint", u"immediately"_qs, u"immediately"_qs, proportional},
-        Row{"numbersInPrint", u"version 1.10, of 2021"_qs, u"version 1.10, of 2021"_qs,
-            proportional},
-        Row{"oneLetter", u"x"_qs, u"x"_qs, proportional},
-    };
-    for (const auto& row : rows) {
-        auto [symbols, gaps] = lineOf(row.drawn, row.read, row.letters);
-        ASSERT_EQ(Platform::textOf(symbols), row.read) << row.name;
+    const auto check = [&](const char* name, const QString& drawn, const QString& read,
+                           Letters letters) {
+        SCOPED_TRACE(name);
+        auto [symbols, gaps] = lineOf(drawn, read, letters);
+        ASSERT_EQ(Platform::textOf(symbols), read);
         Platform::respace(symbols, gaps);
-        EXPECT_EQ(Platform::textOf(symbols), row.drawn.simplified()) << row.name;
-    }
+        EXPECT_EQ(Platform::textOf(symbols), drawn.simplified());
+    };
+    check("right", u"for each line"_qs, u"for each line"_qs, typewriter);
+    check("falseBlankAfterColon", u"see https://example.org/a"_qs, u"see https: //example.org/a"_qs,
+        typewriter);
+    check(
+        "falseBlanksAroundDots", u"std::cout.flush();"_qs, u"std:: cout. flush ();"_qs, typewriter);
+    check("missedBlank", u"int main(void) {"_qs, u"intmain(void) {"_qs, typewriter);
+    check("missedBlankBesideDot", u"cp . other/place"_qs, u"cp. other/place"_qs, typewriter);
+    check("wideBlanks", u"name    size    owner"_qs, u"name size owner"_qs, typewriter);
+    check("rightInPrint", u"all the words stand apart"_qs, u"all the words stand apart"_qs,
+        proportional);
+    check("missedBlankInPrint", u"all the words stand apart"_qs, u"all thewords stand apart"_qs,
+        proportional);
+    check("twoMissedInPrint", u"so all of the words stand apart"_qs,
+        u"so allof the wordsstand apart"_qs, proportional);
+    check("onlyOneWordInPrint", u"immediately"_qs, u"immediately"_qs, proportional);
+    check("numbersInPrint", u"version 1.10, of 2021"_qs, u"version 1.10, of 2021"_qs, proportional);
+    check("oneLetter", u"x"_qs, u"x"_qs, proportional);
 }
 
 TEST(WordSpacingTest, linesThatRunFromRightToLeftStayAsRead)
