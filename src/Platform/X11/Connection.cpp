@@ -29,14 +29,6 @@ bool isBefore(unsigned int request, unsigned int other)
     return static_cast<int>(other - request) > 0;
 }
 
-const xcb_screen_t* screenOf(const xcb_setup_t* setup, int number)
-{
-    auto screens = xcb_setup_roots_iterator(setup);
-    for (; number > 0 && screens.rem > 1; --number)
-        xcb_screen_next(&screens);
-    return screens.data;
-}
-
 } // namespace
 
 Result<std::unique_ptr<Connection>> Connection::open(const QByteArray& display)
@@ -54,7 +46,7 @@ Result<std::unique_ptr<Connection>> Connection::open(const QByteArray& display)
 Connection::Connection(OwnedConnection xcb, int screenNumber)
     : m_xcb(std::move(xcb))
     , m_screenNumber(screenNumber)
-    , m_screen(screenOf(xcb_get_setup(m_xcb.get()), screenNumber))
+    , m_screen(screenOf(m_xcb.get(), screenNumber))
 {
 }
 

@@ -26,14 +26,6 @@ tl::unexpected<Error> notConnected()
     return failure(HotKeyStatus::notConnected, QStringLiteral("no connection to an X server"));
 }
 
-xcb_window_t rootOf(const xcb_setup_t* setup, int screenNumber)
-{
-    auto screens = xcb_setup_roots_iterator(setup);
-    for (; screenNumber > 0 && screens.rem > 1; --screenNumber)
-        xcb_screen_next(&screens);
-    return screens.data->root;
-}
-
 /// Whether the answer to a request that was sent, or its error, has come.
 bool hasAnswer(xcb_connection_t* connection, unsigned int sequence)
 {
@@ -56,7 +48,7 @@ Result<std::unique_ptr<WatchedConnection>> WatchedConnection::open(
         xcb_connect(display.isEmpty() ? nullptr : name.data(), &screenNumber));
     if (xcb_connection_has_error(connection.get()) != 0)
         return notConnected();
-    const auto root = rootOf(xcb_get_setup(connection.get()), screenNumber);
+    const auto root = screenOf(connection.get(), screenNumber)->root;
     return std::unique_ptr<WatchedConnection>(
         new WatchedConnection(std::move(connection), root, std::move(handler)));
 }

@@ -1,14 +1,14 @@
 #include "Platform/X11/X11OverlayKeyboard.h"
 
-#include <QSet>
-#include <QSocketNotifier>
+#include "Platform/X11/WatchedConnection.h"
 
-#include <xcb/xcb.h>
+#include <QSet>
+
 #include <xcb/xinput.h>
 
 #include <array>
-#include <cstdlib>
 #include <optional>
+#include <utility>
 
 namespace Platform {
 
@@ -17,15 +17,7 @@ namespace {
 constexpr xcb_keysym_t escapeSymbol = 0xff1b;
 constexpr xcb_keysym_t spaceSymbol = 0x20;
 
-struct Free {
-    void operator()(void* memory) const { std::free(memory); }
-};
-struct Disconnect {
-    void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
-};
-
-template <typename T>
-using Owned = std::unique_ptr<T, Free>;
+using X11::Owned;
 
 /// Which keys carry which symbol, in the layouts of now.
 struct KeySymbols {
@@ -60,80 +52,76 @@ KeySymbols keySymbols(const xcb_get_keyboard_mapping_reply_t* mapping, xcb_keyco
 
 class X11OverlayKeyboard::Connection {
 public:
-    static std::unique_ptr<Connection> open();
+    /// Null without a server, and without raw events of one.
+    static std::unique_ptr<Connection> open(X11OverlayKeyboard& owner);
 
     void take();
     void giveBack();
 
-    int socket() const { return xcb_get_file_descriptor(m_xcb.get()); }
-    bool isBroken() const { return xcb_connection_has_error(m_xcb.get()) != 0; }
     bool isTaken() const { return m_grabWindow != XCB_NONE; }
 
-    /// The next key that was pressed, if any; notices meanwhile when the keyboard may have come
-    /// free.
-    std::optional<xcb_keycode_t> nextPress();
-    const KeySymbols& symbols();
-
-    std::unique_ptr<QSocketNotifier> notifier;
-
 private:
-    Connection(xcb_connection_t* xcb, int screen);
+    explicit Connection(X11OverlayKeyboard& owner)
+        : m_owner(owner)
+    {
+    }
 
+    bool connect();
+    xcb_connection_t* xcb() const { return m_connection->get(); }
+    void handle(const X11::Events& events);
+    void tell(xcb_keycode_t key);
+    void readMapping();
     void selectRawEvents(quint32 mask);
     void grab();
 
-    std::unique_ptr<xcb_connection_t, Disconnect> m_xcb;
-    const xcb_setup_t* m_setup;
-    xcb_window_t m_root = XCB_NONE;
+    X11OverlayKeyboard& m_owner;
+    std::unique_ptr<X11::WatchedConnection> m_connection;
     quint8 m_inputOpcode = 0;
     xcb_window_t m_grabWindow = XCB_NONE;
     std::optional<xcb_get_keyboard_mapping_cookie_t> m_mapping; ///< Asked and not yet read.
     KeySymbols m_symbols;
 };
 
-std::unique_ptr<X11OverlayKeyboard::Connection> X11OverlayKeyboard::Connection::open()
+std::unique_ptr<X11OverlayKeyboard::Connection> X11OverlayKeyboard::Connection::open(
+    X11OverlayKeyboard& owner)
 {
-    int screen = 0;
-    auto* const xcb = xcb_connect(nullptr, &screen);
-    std::unique_ptr<Connection> connection(new Connection(xcb, screen));
-    if (connection->isBroken() || connection->m_inputOpcode == 0)
-        return nullptr;
-    return connection;
+    std::unique_ptr<Connection> connection(new Connection(owner));
+    return connection->connect() ? std::move(connection) : nullptr;
 }
 
-X11OverlayKeyboard::Connection::Connection(xcb_connection_t* xcb, int screen)
-    : m_xcb(xcb)
-    , m_setup(xcb_get_setup(xcb))
+bool X11OverlayKeyboard::Connection::connect()
 {
-    if (isBroken())
-        return;
-    auto screens = xcb_setup_roots_iterator(m_setup);
-    for (; screen > 0 && screens.rem > 1; --screen)
-        xcb_screen_next(&screens);
-    m_root = screens.data->root;
+    auto connection = X11::WatchedConnection::open(
+        {}, {.onEvents = [this](const X11::Events& events) { handle(events); }, .onLost = [] {}});
+    if (!connection)
+        return false;
+    m_connection = *std::move(connection);
 
-    const auto* const extension = xcb_get_extension_data(xcb, &xcb_input_id);
+    const auto* const extension = xcb_get_extension_data(xcb(), &xcb_input_id);
     // Since 2.1 raw events are told during grabs, but only to those who say that they know it.
     const Owned<xcb_input_xi_query_version_reply_t> version(
-        xcb_input_xi_query_version_reply(xcb, xcb_input_xi_query_version(xcb, 2, 2), nullptr));
-    if (extension != nullptr && extension->present != 0 && version)
-        m_inputOpcode = extension->major_opcode;
+        xcb_input_xi_query_version_reply(xcb(), xcb_input_xi_query_version(xcb(), 2, 2), nullptr));
+    if (extension == nullptr || extension->present == 0 || !version)
+        return false;
+    m_inputOpcode = extension->major_opcode;
+    return true;
 }
 
 void X11OverlayKeyboard::Connection::take()
 {
     // A window of our own out of sight: of the root, the server would tell the keys of a grab of
     // ours in another way than those without.
-    m_grabWindow = xcb_generate_id(m_xcb.get());
+    m_grabWindow = xcb_generate_id(xcb());
     const quint32 overrideRedirect = 1;
-    xcb_create_window(m_xcb.get(), XCB_COPY_FROM_PARENT, m_grabWindow, m_root, -1, -1, 1, 1, 0,
-        XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, XCB_CW_OVERRIDE_REDIRECT,
+    xcb_create_window(xcb(), XCB_COPY_FROM_PARENT, m_grabWindow, m_connection->root(), -1, -1, 1, 1,
+        0, XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, XCB_CW_OVERRIDE_REDIRECT,
         &overrideRedirect);
-    xcb_map_window(m_xcb.get(), m_grabWindow);
+    xcb_map_window(xcb(), m_grabWindow);
     selectRawEvents(XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE
         | XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_RELEASE);
-    m_mapping = xcb_get_keyboard_mapping(m_xcb.get(), m_setup->min_keycode,
-        static_cast<quint8>(m_setup->max_keycode - m_setup->min_keycode + 1));
+    const auto& setup = m_connection->setup();
+    m_mapping = xcb_get_keyboard_mapping(
+        xcb(), setup.min_keycode, static_cast<quint8>(setup.max_keycode - setup.min_keycode + 1));
     grab();
 }
 
@@ -141,10 +129,10 @@ void X11OverlayKeyboard::Connection::giveBack()
 {
     selectRawEvents(0);
     if (m_mapping) // Without a key nobody has read it, and it would be kept for ever.
-        xcb_discard_reply(m_xcb.get(), std::exchange(m_mapping, {})->sequence);
-    xcb_ungrab_keyboard(m_xcb.get(), XCB_CURRENT_TIME);
-    xcb_destroy_window(m_xcb.get(), std::exchange(m_grabWindow, XCB_NONE));
-    xcb_flush(m_xcb.get());
+        xcb_discard_reply(xcb(), std::exchange(m_mapping, {})->sequence);
+    xcb_ungrab_keyboard(xcb(), XCB_CURRENT_TIME);
+    xcb_destroy_window(xcb(), std::exchange(m_grabWindow, XCB_NONE));
+    xcb_flush(xcb());
 }
 
 void X11OverlayKeyboard::Connection::selectRawEvents(quint32 mask)
@@ -153,7 +141,7 @@ void X11OverlayKeyboard::Connection::selectRawEvents(quint32 mask)
         xcb_input_event_mask_t head;
         quint32 mask;
     } request{{.deviceid = XCB_INPUT_DEVICE_ALL_MASTER, .mask_len = 1}, mask};
-    xcb_input_xi_select_events(m_xcb.get(), m_root, 1, &request.head);
+    xcb_input_xi_select_events(xcb(), m_connection->root(), 1, &request.head);
 }
 
 /// Fails while another client has a grab, that of the key which has called the overlays included.
@@ -161,48 +149,50 @@ void X11OverlayKeyboard::Connection::selectRawEvents(quint32 mask)
 void X11OverlayKeyboard::Connection::grab()
 {
     const auto cookie = xcb_grab_keyboard(
-        m_xcb.get(), 0, m_grabWindow, XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
-    xcb_discard_reply(m_xcb.get(), cookie.sequence);
-    xcb_flush(m_xcb.get());
+        xcb(), 0, m_grabWindow, XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+    xcb_discard_reply(xcb(), cookie.sequence);
+    xcb_flush(xcb());
 }
 
-std::optional<xcb_keycode_t> X11OverlayKeyboard::Connection::nextPress()
+/// Notices as well when the keyboard may have come free.
+void X11OverlayKeyboard::Connection::handle(const X11::Events& events)
 {
-    while (const Owned<xcb_generic_event_t> event{xcb_poll_for_event(m_xcb.get())}) {
+    for (const auto& event : events) {
         const auto* const generic = reinterpret_cast<const xcb_ge_generic_event_t*>(event.get());
         if (!isTaken() || generic->response_type != XCB_GE_GENERIC
             || generic->extension != m_inputOpcode)
             continue;
-        if (generic->event_type != XCB_INPUT_RAW_KEY_PRESS) {
+        if (generic->event_type == XCB_INPUT_RAW_KEY_PRESS)
+            tell(static_cast<xcb_keycode_t>(
+                reinterpret_cast<const xcb_input_raw_key_press_event_t*>(generic)->detail));
+        else
             grab();
-            continue;
-        }
-        const auto* const press = reinterpret_cast<const xcb_input_raw_key_press_event_t*>(generic);
-        return static_cast<xcb_keycode_t>(press->detail);
     }
-    return std::nullopt;
 }
 
-const KeySymbols& X11OverlayKeyboard::Connection::symbols()
+void X11OverlayKeyboard::Connection::tell(xcb_keycode_t key)
 {
-    if (m_mapping) {
-        // Asked before the first event was, so the answer is here already.
-        const Owned<xcb_get_keyboard_mapping_reply_t> mapping(
-            xcb_get_keyboard_mapping_reply(m_xcb.get(), *std::exchange(m_mapping, {}), nullptr));
-        m_symbols = mapping ? keySymbols(mapping.get(), m_setup->min_keycode) : KeySymbols();
-    }
-    return m_symbols;
+    readMapping();
+    if (m_symbols.escape.contains(key))
+        emit m_owner.escapePressed();
+    else if (m_symbols.space.contains(key))
+        emit m_owner.spacePressed();
+}
+
+void X11OverlayKeyboard::Connection::readMapping()
+{
+    if (!m_mapping)
+        return;
+    // Asked before the first event was, so the answer is here already.
+    const Owned<xcb_get_keyboard_mapping_reply_t> mapping(
+        xcb_get_keyboard_mapping_reply(xcb(), *std::exchange(m_mapping, {}), nullptr));
+    m_symbols =
+        mapping ? keySymbols(mapping.get(), m_connection->setup().min_keycode) : KeySymbols();
 }
 
 X11OverlayKeyboard::X11OverlayKeyboard()
-    : m_connection(Connection::open())
+    : m_connection(Connection::open(*this))
 {
-    if (!m_connection)
-        return;
-    m_connection->notifier =
-        std::make_unique<QSocketNotifier>(m_connection->socket(), QSocketNotifier::Read);
-    connect(m_connection->notifier.get(), &QSocketNotifier::activated, this,
-        &X11OverlayKeyboard::readEvents);
 }
 
 X11OverlayKeyboard::~X11OverlayKeyboard() = default;
@@ -217,19 +207,6 @@ void X11OverlayKeyboard::giveBack()
 {
     if (m_connection && m_connection->isTaken())
         m_connection->giveBack();
-}
-
-void X11OverlayKeyboard::readEvents()
-{
-    while (const auto key = m_connection->nextPress()) {
-        const auto& symbols = m_connection->symbols();
-        if (symbols.escape.contains(*key))
-            emit escapePressed();
-        else if (symbols.space.contains(*key))
-            emit spacePressed();
-    }
-    if (m_connection->isBroken())
-        m_connection->notifier->setEnabled(false);
 }
 
 } // namespace Platform

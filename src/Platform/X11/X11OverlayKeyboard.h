@@ -23,8 +23,6 @@ public:
 private:
     class Connection;
 
-    void readEvents();
-
     std::unique_ptr<Connection> m_connection; ///< Null where there is none.
 };
 

@@ -20,4 +20,13 @@ using Owned = std::unique_ptr<T, Free>;
 
 using OwnedConnection = std::unique_ptr<xcb_connection_t, Disconnect>;
 
+/// One of the X screens of a server, most of which have one.
+inline const xcb_screen_t* screenOf(xcb_connection_t* connection, int number)
+{
+    auto screens = xcb_setup_roots_iterator(xcb_get_setup(connection));
+    for (; number > 0 && screens.rem > 1; --number)
+        xcb_screen_next(&screens);
+    return screens.data;
+}
+
 } // namespace Platform::X11
