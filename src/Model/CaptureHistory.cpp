@@ -172,10 +172,9 @@ void CaptureHistory::clear()
 
 void CaptureHistory::loadPersisted()
 {
-    m_io.run([this, store = m_store, generation = m_generation] {
-        QMetaObject::invokeMethod(this,
-            [this, generation, stored = store.load(historyLimit)] { merge(stored, generation); });
-    });
+    const auto stored = m_io.ask([store = m_store] { return store.load(historyLimit); });
+    Platform::whenFinished(stored, this,
+        [this, generation = m_generation](const auto& files) { merge(files, generation); });
 }
 
 void CaptureHistory::merge(const QList<CaptureStore::Stored>& stored, int generation)
@@ -217,16 +216,17 @@ void CaptureHistory::storeImage(const Entry& entry)
 {
     const auto& model = *entry.model;
     const auto scale = model.pixelSize().width() / std::max(model.pointSize().width(), 1.0);
-    m_io.run([this, store = m_store, image = model.image(), file = *entry.fileURL, id = entry.id,
-                 scale] {
-        const auto written = store.write(image, file, scale);
-        logFailure("capture", written);
-        QMetaObject::invokeMethod(this, [this, id, isWritten = written.has_value()] {
-            if (isWritten)
-                markStored(id);
-            else
-                forgetFile(id);
+    const auto isWritten =
+        m_io.ask([store = m_store, image = model.image(), file = *entry.fileURL, scale] {
+            const auto written = store.write(image, file, scale);
+            logFailure("capture", written);
+            return written.has_value();
         });
+    Platform::whenFinished(isWritten, this, [this, id = entry.id](bool isStored) {
+        if (isStored)
+            markStored(id);
+        else
+            forgetFile(id);
     });
 }
 
@@ -258,11 +258,14 @@ void CaptureHistory::storeText(const StoredText& text, const QUuid& id)
     const auto* const entry = find(id);
     if (!entry || !entry->fileURL)
         return;
-    m_io.run([this, store = m_store, text, id] {
+    const auto isWritten = m_io.ask([store = m_store, text, id] {
         const auto written = store.writeText(text, id);
         logFailure("recognized text", written);
-        if (written)
-            QMetaObject::invokeMethod(this, [this, id] { markTextStored(id); });
+        return written.has_value();
+    });
+    Platform::whenFinished(isWritten, this, [this, id](bool isStored) {
+        if (isStored)
+            markTextStored(id);
     });
 }
 

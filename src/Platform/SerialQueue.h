@@ -1,10 +1,16 @@
 #pragma once
 
+#include <QFuture>
+#include <QPromise>
+
 #include <condition_variable>
 #include <deque>
 #include <functional>
+#include <memory>
 #include <mutex>
 #include <thread>
+#include <type_traits>
+#include <utility>
 
 namespace Platform {
 
@@ -21,6 +27,19 @@ public:
 
     /// Queues @p work, which must not throw, and comes back at once. Any thread.
     void run(Work work);
+
+    /// Queues @p work as run() does, and answers what it gives.
+    template <typename Question>
+    QFuture<std::invoke_result_t<Question>> ask(Question work)
+    {
+        const auto promise = std::make_shared<QPromise<std::invoke_result_t<Question>>>();
+        promise->start();
+        run([promise, work = std::move(work)] {
+            promise->addResult(work());
+            promise->finish();
+        });
+        return promise->future();
+    }
 
     /// Comes back once all that was queued before is done. Not to be called by that work.
     void finish();
