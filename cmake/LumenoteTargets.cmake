@@ -22,12 +22,13 @@ function(lumenote_library name)
     target_link_libraries(${name} PUBLIC LumenoteOptions ${ARG_LINK})
 endfunction()
 
-# lumenote_test(Name [DESKTOP] SOURCES … LINK … [ENVIRONMENT A=b …] [LABELS …]): one GoogleTest
-# program, each of its cases a test of ctest. With DESKTOP it runs on an X server of its own. Those
+# lumenote_test(Name [DESKTOP] [ALONE] SOURCES … LINK … [ENVIRONMENT A=b …] [LABELS …]): one
+# GoogleTest program, each of its cases a test of ctest. With DESKTOP it runs on an X server of its
+# own; with ALONE beside no other test, for the sake of limits that the real program has. Those
 # labelled "threaded", which also run under the thread sanitizer, are built by the target
 # threaded-tests.
 function(lumenote_test name)
-    cmake_parse_arguments(ARG "DESKTOP" "" "SOURCES;LINK;ENVIRONMENT;LABELS" ${ARGN})
+    cmake_parse_arguments(ARG "DESKTOP;ALONE" "" "SOURCES;LINK;ENVIRONMENT;LABELS" ${ARGN})
     if(ARG_DESKTOP)
         list(APPEND ARG_SOURCES ${CMAKE_SOURCE_DIR}/tests/Harness/DesktopMain.cpp)
     endif()
@@ -41,7 +42,7 @@ function(lumenote_test name)
         add_dependencies(threaded-tests ${name})
     endif()
     # Only what is set: an empty value would fall out of the list and shift the ones behind it.
-    set(properties TIMEOUT 300)
+    set(properties TIMEOUT 300 RUN_SERIAL ${ARG_ALONE})
     foreach(property ENVIRONMENT LABELS)
         if(ARG_${property})
             list(APPEND properties ${property} "${ARG_${property}}")

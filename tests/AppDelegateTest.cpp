@@ -77,7 +77,7 @@ TEST_F(AppDelegateTest, knowsThatTheHotKeyIsTaken)
 
 TEST_F(AppDelegateTest, aFullScreenEndsInTheHistoryWithItsText)
 {
-    recognizer->queueLines({QStringLiteral("on screen")});
+    recognizer->queueLines({u"on screen"_qs});
     delegate->captureFullScreen();
     EXPECT_TRUE(delegate->isCapturing());
     ASSERT_TRUE(waitUntilIdle());
@@ -86,7 +86,7 @@ TEST_F(AppDelegateTest, aFullScreenEndsInTheHistoryWithItsText)
     delegate->finishWriting();
     EXPECT_TRUE(std::filesystem::exists(*entries().constFirst().fileURL)) << "without a turn";
     EXPECT_TRUE(Harness::waitFor([this] { return entries().constFirst().isTextStored; }));
-    EXPECT_EQ(entries().constFirst().model->displayText(), QStringLiteral("on screen"));
+    EXPECT_EQ(entries().constFirst().model->displayText(), u"on screen"_qs);
 }
 
 TEST_F(AppDelegateTest, theHotKeyBeginsOneSelectionAndEscapeEndsIt)
@@ -106,25 +106,21 @@ TEST_F(AppDelegateTest, theHotKeyBeginsOneSelectionAndEscapeEndsIt)
 
 TEST_F(AppDelegateTest, eachFailureIsToldAndBlocksUntilItIsRead)
 {
-    struct Row {
-        Platform::Error::Kind kind;
-        QString title;
-    };
-    for (const auto& row :
-        {Row{Platform::Error::Kind::failed, QStringLiteral("Couldn't take the screenshot")},
-            Row{Platform::Error::Kind::permissionDenied,
-                QStringLiteral("Lumenote needs Screen Recording permission")}}) {
-        displayServer.captureError = Platform::Error{.kind = row.kind, .message = {}};
+    const auto check = [&](Platform::Error::Kind kind, const QString& title) {
+        displayServer.captureError = Platform::Error{.kind = kind, .message = {}};
         alerts.shown.clear();
         delegate->captureFullScreen();
         ASSERT_TRUE(Harness::waitFor([this] { return !alerts.shown.isEmpty(); }));
-        EXPECT_EQ(alerts.shown.constFirst().title, row.title);
+        EXPECT_EQ(alerts.shown.constFirst().title, title);
         delegate->captureFullScreen();
         EXPECT_EQ(displayServer.captures.size(), 1);
         alerts.press(static_cast<int>(alerts.shown.constFirst().buttons.size()) - 1);
         EXPECT_FALSE(delegate->isCapturing());
         displayServer.captures.clear();
-    }
+    };
+    check(Platform::Error::Kind::failed, u"Couldn't take the screenshot"_qs);
+    check(
+        Platform::Error::Kind::permissionDenied, u"Lumenote needs Screen Recording permission"_qs);
     EXPECT_TRUE(delegate->screenRecordingDenied());
     EXPECT_TRUE(entries().isEmpty());
 }

@@ -2,7 +2,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
-#include <QSet>
 
 #include <gtest/gtest.h>
 

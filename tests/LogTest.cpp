@@ -5,7 +5,6 @@
 #include <QByteArrayList>
 
 #include <array>
-#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/socket.h>
 #include <thread>
@@ -54,60 +53,29 @@ private:
 
 class LogTest : public testing::Test {
 protected:
-    void SetUp() override { Log::setSystemLog(m_systemLog, QStringLiteral("Lumenote")); }
-    void TearDown() override
-    {
-        Log::setSystemLog(nullptr, {});
-        Log::setMirrorsToStandardError(false);
-    }
+    void TearDown() override { Log::setMirrorsToStandardError(false); }
 
-    std::shared_ptr<Fakes::FakeSystemLog> m_systemLog = std::make_shared<Fakes::FakeSystemLog>();
+    const Fakes::CollectedLog m_systemLog;
 };
 
-TEST_F(LogTest, aLineReachesTheSystemLogAndTheMirror)
+TEST_F(LogTest, aLineReachesTheSystemLogAndTheMirrorWhereThatIsOn)
 {
-    struct Row {
-        const char* name;
-        Log::Logger logger;
-        QString message;
-        Fakes::FakeSystemLog::Entry entry;
-        QByteArray mirrored;
+    const auto check = [this](const Log::Logger& logger, const char* message, const char* category,
+                           const char* line, const QByteArrayList& mirrored) {
+        const StandardErrorWrites standardError;
+        Log::write(logger, QString::fromUtf8(message));
+        EXPECT_EQ(standardError.take(), mirrored);
+        EXPECT_EQ(m_systemLog->entries().last(),
+            (Fakes::FakeSystemLog::Entry{
+                u"Lumenote"_qs, QString::fromUtf8(category), QString::fromUtf8(line)}));
     };
-    const QString subsystem = QStringLiteral("Lumenote");
-    const std::array rows{
-        Row{"prefixInCapitals", Log::ocr, QStringLiteral("3 lines in 20ms"),
-            {subsystem, QStringLiteral("ocr"), QStringLiteral("OCR: 3 lines in 20ms")},
-            "lumenote: OCR 3 lines in 20ms\n"},
-        Row{"percentIsLiteral", Log::history, QStringLiteral("50%s %n full"),
-            {subsystem, QStringLiteral("history"), QStringLiteral("history: 50%s %n full")},
-            "lumenote: history 50%s %n full\n"},
-        Row{"lineFeedAndDash", Log::hotkey, QStringLiteral("a\n — b"),
-            {subsystem, QStringLiteral("hotkey"), QStringLiteral("hotkey: a\n — b")},
-            "lumenote: hotkey a\n — b\n"},
-        Row{"empty", Log::picker, QString(),
-            {subsystem, QStringLiteral("picker"), QStringLiteral("picker: ")},
-            "lumenote: picker \n"},
-    };
+    check(Log::ocr, "quiet", "ocr", "OCR: quiet", {});
     Log::setMirrorsToStandardError(true);
-    for (const auto& row : rows) {
-        QByteArrayList writes;
-        {
-            const StandardErrorWrites standardError;
-            Log::write(row.logger, row.message);
-            writes = standardError.take();
-        }
-        EXPECT_EQ(m_systemLog->entries().last(), row.entry) << row.name;
-        EXPECT_EQ(writes, QByteArrayList{row.mirrored}) << row.name;
-    }
-}
-
-TEST_F(LogTest, nothingIsMirroredWhereThatIsOff)
-{
-    Log::setMirrorsToStandardError(false);
-    const StandardErrorWrites standardError;
-    Log::write(Log::ocr, QStringLiteral("quiet"));
-    EXPECT_EQ(standardError.take(), QByteArrayList());
-    EXPECT_EQ(m_systemLog->messages(), QStringList{QStringLiteral("OCR: quiet")});
+    check(Log::ocr, "3 lines in 20ms", "ocr", "OCR: 3 lines in 20ms",
+        {"lumenote: OCR 3 lines in 20ms\n"});
+    check(Log::history, "50%s %n full", "history", "history: 50%s %n full",
+        {"lumenote: history 50%s %n full\n"});
+    check(Log::hotkey, "a\n — b", "hotkey", "hotkey: a\n — b", {"lumenote: hotkey a\n — b\n"});
 }
 
 TEST_F(LogTest, linesOfSeveralThreadsStayWhole)
@@ -123,7 +91,7 @@ TEST_F(LogTest, linesOfSeveralThreadsStayWhole)
             for (auto& thread : threads)
                 thread = std::jthread([] {
                     for (int line = 0; line < linesEach; ++line)
-                        Log::write(Log::ocr, QStringLiteral("whole"));
+                        Log::write(Log::ocr, u"whole"_qs);
                 });
         }
         writes = standardError.take();
@@ -139,7 +107,7 @@ TEST_F(LogTest, aMirrorThatTakesNothingIsIgnored)
     const StandardErrorWrites standardError;
     standardError.dropReader();
     for (int i = 0; i < 1000; ++i)
-        Log::write(Log::ocr, QStringLiteral("nobody listens"));
+        Log::write(Log::ocr, u"nobody listens"_qs);
     EXPECT_EQ(m_systemLog->entries().size(), 1000);
 }
 

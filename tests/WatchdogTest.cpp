@@ -3,7 +3,6 @@
 #include "Fakes/ThreadShortage.h"
 #include "Harness/Waiting.h"
 
-#include <array>
 #include <atomic>
 #include <gtest/gtest.h>
 #include <latch>
@@ -20,62 +19,53 @@ using Operation = Watchdog::Operation<int>;
 
 TEST(WatchdogTest, anOperationThatEndsInTimeGivesItsValue)
 {
-    struct Row {
-        const char* name;
-        Operation operation;
-        std::optional<int> answer;
+    const auto check = [&](const char* name, const Operation& operation,
+                           std::optional<int> answer) {
+        EXPECT_EQ(Watchdog::run<int>(1h, operation, {}), answer) << name;
     };
-    const std::array rows{
-        Row{"value", [](const std::stop_token&) { return 7; }, 7},
-        Row{"nothing", [](const std::stop_token&) { return std::nullopt; }, std::nullopt},
-        Row{"throws",
-            [](const std::stop_token&) -> std::optional<int> {
-                throw std::runtime_error("broken");
-            },
-            std::nullopt},
-        Row{"throwsNoException", [](const std::stop_token&) -> std::optional<int> { throw 1; },
-            std::nullopt},
-    };
-    for (const auto& row : rows)
-        EXPECT_EQ(Watchdog::run<int>(1h, row.operation, {}), row.answer) << row.name;
+    check(
+        "value", [](const std::stop_token&) { return 7; }, 7);
+    check(
+        "nothing", [](const std::stop_token&) { return std::nullopt; }, std::nullopt);
+    check(
+        "throws",
+        [](const std::stop_token&) -> std::optional<int> { throw std::runtime_error("broken"); },
+        std::nullopt);
+    check(
+        "throwsNoException", [](const std::stop_token&) -> std::optional<int> { throw 1; },
+        std::nullopt);
 }
 
 TEST(WatchdogTest, aHungOperationIsAskedToStopAndLeftBehind)
 {
-    struct Row {
-        const char* name;
-        std::chrono::nanoseconds limit;
-        bool isCancelledBefore;
-        bool isCancelledMeanwhile;
-    };
-    constexpr std::array rows{
-        Row{"limitPasses", 20ms, false, false},
-        Row{"noTimeAtAll", 0ns, false, false},
-        Row{"cancelledBefore", 1h, true, false},
-        Row{"cancelledMeanwhile", 1h, false, true},
-    };
-    for (const auto& row : rows) {
+    enum class Cancelled { never, before, meanwhile };
+    const auto check = [](const char* name, std::chrono::nanoseconds limit, Cancelled cancelled) {
+        SCOPED_TRACE(name);
         const auto isReleased = std::make_shared<std::latch>(1);
         const auto wasAskedToStop = std::make_shared<std::atomic_bool>(false);
         std::stop_source caller;
-        if (row.isCancelledBefore)
+        if (cancelled == Cancelled::before)
             caller.request_stop();
         const auto answer = Watchdog::run<int>(
-            row.limit,
-            [=, &row](const std::stop_token& stop) {
+            limit,
+            [=](const std::stop_token& stop) {
                 const std::stop_callback note(stop, [=] { *wasAskedToStop = true; });
-                if (row.isCancelledMeanwhile)
+                if (cancelled == Cancelled::meanwhile)
                     std::stop_source(caller).request_stop();
                 isReleased->wait();
                 return 7;
             },
             caller.get_token());
-        EXPECT_EQ(answer, std::nullopt) << row.name;
-        EXPECT_TRUE(Harness::waitFor([&] { return wasAskedToStop->load(); })) << row.name;
+        EXPECT_EQ(answer, std::nullopt);
+        EXPECT_TRUE(Harness::waitFor([&] { return wasAskedToStop->load(); }));
         isReleased->count_down();
         EXPECT_TRUE(Harness::waitFor([&] { return isReleased.use_count() == 1; }))
-            << row.name << ": what the operation held is let go of once it ends";
-    }
+            << "what the operation held is let go of once it ends";
+    };
+    check("limitPasses", 20ms, Cancelled::never);
+    check("noTimeAtAll", 0ns, Cancelled::never);
+    check("cancelledBefore", 1h, Cancelled::before);
+    check("cancelledMeanwhile", 1h, Cancelled::meanwhile);
 }
 
 TEST(WatchdogTest, withoutAThreadNothingComesBack)

@@ -3,9 +3,7 @@
 #include "Fakes/FakeDisplayServer.h"
 #include "Fakes/FakeSystemLog.h"
 #include "Harness/Waiting.h"
-#include "Log.h"
 
-#include <array>
 #include <gtest/gtest.h>
 
 using namespace Lumenote;
@@ -20,8 +18,8 @@ Platform::SharedWindow window(quint32 id, const QRectF& frame)
     window.id = id;
     window.frame = frame;
     window.contentRect = frame;
-    window.title = QStringLiteral("Window %1").arg(id);
-    window.application = QStringLiteral("Painter");
+    window.title = u"Window %1"_qs.arg(id);
+    window.application = u"Painter"_qs;
     window.isOnScreen = true;
     return window;
 }
@@ -44,10 +42,7 @@ protected:
                 .backingScaleFactor = 2,
                 .colorSpace = QColorSpace::DisplayP3},
         });
-        Log::setSystemLog(m_systemLog, QStringLiteral("Lumenote"));
-        Log::setMirrorsToStandardError(false);
     }
-    void TearDown() override { Log::setSystemLog(nullptr, {}); }
 
     template <typename T>
     static T answer(const QFuture<T>& future)
@@ -75,72 +70,54 @@ protected:
     }
 
     Fakes::FakeDisplayServer m_server{};
-    std::shared_ptr<Fakes::FakeSystemLog> m_systemLog = std::make_shared<Fakes::FakeSystemLog>();
+    const Fakes::CollectedLog m_systemLog;
     qsizetype m_knownLines = 0;
 };
 
 TEST_F(DisplayCaptureTest, aRegionIsCapturedFromTheDisplayUnderItsCentre)
 {
-    struct Row {
-        const char* name;
-        QRectF region;
-        quint32 display;
-        QRectF source; ///< Points of that display.
-        QSize pixels;
-        QStringList lines;
-    };
-    const std::array rows{
-        Row{"within", {10, 20, 100, 50}, 11, {10, 20, 100, 50}, {100, 50}, {}},
-        Row{"wholeDisplay", {0, 0, 1000, 800}, 11, {0, 0, 1000, 800}, {1000, 800}, {}},
-        Row{"fractionsAtScaleTwo", {1010.25, 20, 100.5, 10}, 22, {10.25, 20, 100.5, 10}, {201, 20},
-            {}},
-        Row{"roundedAwayFromZeroAtAHalf", {10, 20, 2.5, 3.49}, 11, {10, 20, 2.5, 3.49}, {3, 3}, {}},
-        Row{"centreOnTheFirst", {800, 100, 399, 100}, 11, {800, 100, 200, 100}, {200, 100},
-            {QStringLiteral("capture: selection clipped to 200×100 at the display edge")}},
-        Row{"centreOnTheEdgeIsTheSecond", {900, 100, 200, 100.5}, 22, {0, 100, 100, 100.5},
-            {200, 201},
-            {QStringLiteral("capture: selection clipped to 100×100 at the display edge")}},
-        Row{"centreOnNeither", {-300, -300, 350, 350}, 11, {0, 0, 50, 50}, {50, 50},
-            {QStringLiteral("capture: selection clipped to 50×50 at the display edge")}},
-    };
-    for (const auto& row : rows) {
-        const auto result = captured(row.region);
-        ASSERT_TRUE(result) << row.name;
+    const auto check = [&](const char* name, const QRectF& region, quint32 display,
+                           const QRectF& source, QSize pixels, const QStringList& lines) {
+        SCOPED_TRACE(name);
+        const auto result = captured(region);
+        ASSERT_TRUE(result);
         const auto& asked = m_server.captures.last();
-        EXPECT_EQ(std::get<Platform::DisplayFilter>(asked.filter).displayNumber, row.display)
-            << row.name;
-        EXPECT_EQ(asked.configuration.sourceRect, row.source) << row.name;
-        EXPECT_EQ(result->image.size(), row.pixels) << row.name;
-        EXPECT_EQ(result->pointSize, row.source.size()) << row.name;
-        EXPECT_EQ(newLines(), row.lines) << row.name;
+        EXPECT_EQ(std::get<Platform::DisplayFilter>(asked.filter).displayNumber, display);
+        EXPECT_EQ(asked.configuration.sourceRect, source);
+        EXPECT_EQ(result->image.size(), pixels);
+        EXPECT_EQ(result->pointSize, source.size());
+        EXPECT_EQ(newLines(), lines);
         EXPECT_EQ(
-            result->image.colorSpace(), m_server.screens().at(row.display == 11 ? 0 : 1).colorSpace)
-            << row.name;
-    }
+            result->image.colorSpace(), m_server.screens().at(display == 11 ? 0 : 1).colorSpace);
+    };
+    check("within", {10, 20, 100, 50}, 11, {10, 20, 100, 50}, {100, 50}, {});
+    check(
+        "fractionsAtScaleTwo", {1010.25, 20, 100.5, 10}, 22, {10.25, 20, 100.5, 10}, {201, 20}, {});
+    check("roundedAwayFromZeroAtAHalf", {10, 20, 2.5, 3.49}, 11, {10, 20, 2.5, 3.49}, {3, 3}, {});
+    check("centreOnTheFirst", {800, 100, 399, 100}, 11, {800, 100, 200, 100}, {200, 100},
+        {u"capture: selection clipped to 200×100 at the display edge"_qs});
+    check("centreOnTheEdgeIsTheSecond", {900, 100, 200, 100.5}, 22, {0, 100, 100, 100.5},
+        {200, 201}, {u"capture: selection clipped to 100×100 at the display edge"_qs});
+    check("centreOnNeither", {-300, -300, 350, 350}, 11, {0, 0, 50, 50}, {50, 50},
+        {u"capture: selection clipped to 50×50 at the display edge"_qs});
     EXPECT_EQ(m_server.contentRequests.first(), ListedWindows::none);
 }
 
 TEST_F(DisplayCaptureTest, aRegionWithoutDisplayFails)
 {
-    struct Row {
-        const char* name;
-        QRectF region;
-        QStringList lines;
+    const auto outside = u"capture: no display contains the selection"_qs;
+    const auto sliver = u"capture: selection does not overlap its display"_qs;
+    const auto check = [&](const char* name, const QRectF& region, const QStringList& lines) {
+        SCOPED_TRACE(name);
+        const auto result = captured(region);
+        ASSERT_FALSE(result);
+        EXPECT_EQ(result.error(), CaptureError::noDisplay);
+        EXPECT_EQ(newLines(), lines);
     };
-    const auto outside = QStringLiteral("capture: no display contains the selection");
-    const auto sliver = QStringLiteral("capture: selection does not overlap its display");
-    const std::array rows{
-        Row{"rightOfAll", {2000, 0, 100, 100}, {outside}},
-        Row{"halfAPointHigh", {10, 10, 100, 0.5}, {sliver}},
-        Row{"lessThanAPointAfterClipping", {-99.5, 10, 100, 100}, {sliver}},
-        Row{"touchesFromOutside", {-100, 10, 100, 100}, {sliver}},
-    };
-    for (const auto& row : rows) {
-        const auto result = captured(row.region);
-        ASSERT_FALSE(result) << row.name;
-        EXPECT_EQ(result.error(), CaptureError::noDisplay) << row.name;
-        EXPECT_EQ(newLines(), row.lines) << row.name;
-    }
+    check("rightOfAll", {2000, 0, 100, 100}, {outside});
+    check("halfAPointHigh", {10, 10, 100, 0.5}, {sliver});
+    check("lessThanAPointAfterClipping", {-99.5, 10, 100, 100}, {sliver});
+    check("touchesFromOutside", {-100, 10, 100, 100}, {sliver});
     EXPECT_TRUE(m_server.contentRequests.isEmpty());
 
     m_server.setScreens({});
@@ -154,15 +131,14 @@ TEST_F(DisplayCaptureTest, aDisplayUnpluggedMeanwhileIsNoticed)
     m_server.setScreens({m_server.screens().first()});
     m_server.answerAll();
     EXPECT_EQ(answer(future).error(), CaptureError::noDisplay);
-    EXPECT_EQ(newLines(), QStringList{QStringLiteral("capture: display 22 is not shareable")});
+    EXPECT_EQ(newLines(), QStringList{u"capture: display 22 is not shareable"_qs});
     EXPECT_TRUE(m_server.captures.isEmpty());
 
     auto unnumbered = m_server.screens();
     unnumbered.first().displayNumber = 0;
     m_server.setScreens(unnumbered);
     EXPECT_EQ(captured({0, 0, 10, 10}).error(), CaptureError::noDisplay);
-    EXPECT_EQ(
-        newLines(), QStringList{QStringLiteral("capture: no display ID for the target screen")});
+    EXPECT_EQ(newLines(), QStringList{u"capture: no display ID for the target screen"_qs});
 }
 
 TEST_F(DisplayCaptureTest, aWindowIsCapturedWithItsOwnSizeAndTheColoursOfItsDisplay)
@@ -189,41 +165,36 @@ TEST_F(DisplayCaptureTest, aWindowIsCapturedWithItsOwnSizeAndTheColoursOfItsDisp
 TEST_F(DisplayCaptureTest, aWindowThatClosedIsGone)
 {
     EXPECT_EQ(captured(5).error(), CaptureError::windowGone);
-    EXPECT_EQ(newLines(), QStringList{QStringLiteral("capture: window 5 is gone")});
+    EXPECT_EQ(newLines(), QStringList{u"capture: window 5 is gone"_qs});
 
     m_server.addWindow(window(5, {0, 0, 100, 100}), Qt::red);
     m_server.captureError = Error{.kind = Error::Kind::windowGone, .message = {}};
     EXPECT_EQ(captured(5).error(), CaptureError::windowGone);
-    EXPECT_EQ(newLines(), QStringList{QStringLiteral("capture: window 5 is gone")});
+    EXPECT_EQ(newLines(), QStringList{u"capture: window 5 is gone"_qs});
 }
 
 TEST_F(DisplayCaptureTest, failuresOfTheSystemAreLoggedAndClassified)
 {
-    const Error denied{.kind = Error::Kind::permissionDenied, .message = QStringLiteral("no")};
-    const Error other{.kind = Error::Kind::unreadable, .message = QStringLiteral("smoke")};
-    struct Row {
-        const char* name;
-        std::optional<Error> contentError;
-        std::optional<Error> captureError;
-        CaptureError error;
-        QString line;
-    };
-    const auto deniedLine = QStringLiteral("capture: Screen Recording permission denied");
-    const auto otherLine = QStringLiteral("capture: capture failed: smoke");
-    const std::array rows{
-        Row{"contentDenied", denied, {}, CaptureError::permissionDenied, deniedLine},
-        Row{"contentFailed", other, {}, CaptureError::failed, otherLine},
-        Row{"imageDenied", {}, denied, CaptureError::permissionDenied, deniedLine},
-        Row{"imageFailed", {}, other, CaptureError::failed, otherLine},
-    };
+    const Error denied{.kind = Error::Kind::permissionDenied, .message = u"no"_qs};
+    const Error other{.kind = Error::Kind::unreadable, .message = u"smoke"_qs};
+
+    const auto deniedLine = u"capture: Screen Recording permission denied"_qs;
+    const auto otherLine = u"capture: capture failed: smoke"_qs;
     m_server.addWindow(window(5, {0, 0, 100, 100}), Qt::red);
-    for (const auto& row : rows) {
-        m_server.contentError = row.contentError;
-        m_server.captureError = row.captureError;
-        EXPECT_EQ(captured({0, 0, 10, 10}).error(), row.error) << row.name;
-        EXPECT_EQ(captured(5).error(), row.error) << row.name;
-        EXPECT_EQ(newLines(), (QStringList{row.line, row.line})) << row.name;
-    }
+    const auto check = [&](const char* name, const std::optional<Error>& contentError,
+                           const std::optional<Error>& captureError, CaptureError error,
+                           const QString& line) {
+        SCOPED_TRACE(name);
+        m_server.contentError = contentError;
+        m_server.captureError = captureError;
+        EXPECT_EQ(captured({0, 0, 10, 10}).error(), error);
+        EXPECT_EQ(captured(5).error(), error);
+        EXPECT_EQ(newLines(), (QStringList{line, line}));
+    };
+    check("contentDenied", denied, {}, CaptureError::permissionDenied, deniedLine);
+    check("contentFailed", other, {}, CaptureError::failed, otherLine);
+    check("imageDenied", {}, denied, CaptureError::permissionDenied, deniedLine);
+    check("imageFailed", {}, other, CaptureError::failed, otherLine);
     m_server.contentError = denied;
     EXPECT_TRUE(answer(DisplayCapture::capturableWindows(m_server)).isEmpty());
     EXPECT_EQ(newLines(), QStringList{deniedLine});
@@ -246,15 +217,14 @@ TEST_F(DisplayCaptureTest, onlyNormalWindowsOfOthersCanBePickedInTheOrderGiven)
     add(8, [](auto& back) { back.application.clear(); });
 
     const QList<CapturableWindow> expected{
-        {.id = 2, .frame = {10, 10, 40, 40}, .title = {}, .application = QStringLiteral("Painter")},
-        {.id = 8,
-            .frame = {10, 10, 40, 40},
-            .title = QStringLiteral("Window 8"),
-            .application = {}},
+        {.id = 2, .frame = {10, 10, 40, 40}, .title = {}, .application = u"Painter"_qs},
+        {.id = 8, .frame = {10, 10, 40, 40}, .title = u"Window 8"_qs, .application = {}},
     };
     EXPECT_EQ(answer(DisplayCapture::capturableWindows(m_server)), expected);
     EXPECT_EQ(m_server.contentRequests, QList<ListedWindows>{ListedWindows::withoutDesktops});
 
+    EXPECT_EQ(expected.first().label(), u"Painter"_qs);
+    EXPECT_EQ(expected.last().label(), u" — Window 8"_qs);
     EXPECT_EQ(DisplayCapture::windowAt({10, 49.9}, expected), expected.first());
     EXPECT_EQ(DisplayCapture::windowAt({10, 50}, expected), std::nullopt);
 }

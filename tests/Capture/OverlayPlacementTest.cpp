@@ -9,36 +9,23 @@ namespace {
 constexpr QRectF bounds(0, 0, 1000, 600);
 constexpr QSizeF text(50, 14);
 
-struct Placement {
-    const char* name;
-    QRectF rect; ///< Of the selection or the window.
-    QSizeF textSize;
-    QRectF readout;
-    QRectF label;
-};
-
-class OverlayPlacementBeside : public testing::TestWithParam<Placement> { };
-
-TEST_P(OverlayPlacementBeside, standsAsMeasured)
+TEST(OverlayPlacementTest, pillsStandBesideTheRectangleAndWithinTheOverlay)
 {
-    const auto& row = GetParam();
-    EXPECT_EQ(OverlayPlacement::readoutPill(bounds, row.rect, row.textSize), row.readout);
-    EXPECT_EQ(OverlayPlacement::labelPill(bounds, row.rect, row.textSize), row.label);
+    const auto check = [](const char* name, const QRectF& rect, const QRectF& readout,
+                           const QRectF& label, const QSizeF& textSize = text) {
+        EXPECT_EQ(OverlayPlacement::readoutPill(bounds, rect, textSize), readout) << name;
+        EXPECT_EQ(OverlayPlacement::labelPill(bounds, rect, textSize), label) << name;
+    };
+    check("aboveTheCorner", {100, 200, 300, 100}, {100, 174, 62, 20}, {100, 172, 66, 22});
+    check("readoutTouchesTheTop", {100, 26, 300, 100}, {100, 0, 62, 20}, {100, 32, 66, 22});
+    check("labelTouchesTheTop", {100, 28, 300, 100}, {100, 2, 62, 20}, {100, 0, 66, 22});
+    check("insideForLackOfRoom", {100, 25, 300, 100}, {100, 31, 62, 20}, {100, 31, 66, 22});
+    check("aboveTheOverlay", {100, -80, 300, 100}, {100, -74, 62, 20}, {100, -74, 66, 22});
+    check("beyondTheLeftEdge", {-90, 200, 300, 100}, {4, 174, 62, 20}, {4, 172, 66, 22});
+    check("atTheRightEdge", {990, 200, 10, 100}, {934, 174, 62, 20}, {930, 172, 66, 22});
+    check("widerThanTheOverlay", {100, 200, 300, 100}, {-216, 174, 1212, 20}, {4, 172, 1216, 22},
+        {1200, 14});
 }
-
-// clang-format off
-INSTANTIATE_TEST_SUITE_P(, OverlayPlacementBeside, testing::Values(
-    Placement{"aboveTheLeftCorner", {100, 200, 300, 100}, text, {100, 174, 62, 20}, {100, 172, 66, 22}},
-    Placement{"readoutTouchesTheTop", {100, 26, 300, 100}, text, {100, 0, 62, 20}, {100, 32, 66, 22}},
-    Placement{"labelTouchesTheTop", {100, 28, 300, 100}, text, {100, 2, 62, 20}, {100, 0, 66, 22}},
-    Placement{"insideForLackOfRoom", {100, 25, 300, 100}, text, {100, 31, 62, 20}, {100, 31, 66, 22}},
-    Placement{"insideAboveTheOverlay", {100, -80, 300, 100}, text, {100, -74, 62, 20}, {100, -74, 66, 22}},
-    Placement{"atTheLeftEdge", {0, 200, 300, 100}, text, {4, 174, 62, 20}, {4, 172, 66, 22}},
-    Placement{"beyondTheLeftEdge", {-90, 200, 300, 100}, text, {4, 174, 62, 20}, {4, 172, 66, 22}},
-    Placement{"atTheRightEdge", {990, 200, 10, 100}, text, {934, 174, 62, 20}, {930, 172, 66, 22}},
-    Placement{"widerThanTheOverlay", {100, 200, 300, 100}, {1200, 14}, {-216, 174, 1212, 20}, {4, 172, 1216, 22}}),
-    [](const auto& row) { return std::string(row.param.name); });
-// clang-format on
 
 TEST(OverlayPlacementTest, theHintIsCentredAboveTheLowerEdge)
 {

@@ -14,8 +14,8 @@ namespace {
 constexpr QRectF frame(100, 50, 400, 300);
 const QColor accent(0, 100, 200);
 
-const auto hint = QStringLiteral("Drag a region · space: pick a window · esc: cancel");
-const auto windowHint = QStringLiteral("Click a window · space: drag a region · esc: cancel");
+const auto hint = u"Drag a region · space: pick a window · esc: cancel"_qs;
+const auto windowHint = u"Click a window · space: drag a region · esc: cancel"_qs;
 
 OverlayScene sceneOf(const SelectionState& state, double scale = 1)
 {
@@ -33,10 +33,8 @@ QStringList texts(const OverlayScene& scene)
 SelectionState hovering(const QRectF& windowFrame)
 {
     return {.mode = SelectionMode::window,
-        .hoveredWindow = CapturableWindow{.id = 1,
-            .frame = windowFrame,
-            .title = QStringLiteral("Grüße"),
-            .application = QStringLiteral("Editor")}};
+        .hoveredWindow = CapturableWindow{
+            .id = 1, .frame = windowFrame, .title = u"Grüße"_qs, .application = u"Editor"_qs}};
 }
 
 /// @p scene on a display of that scale, over what an earlier picture left.
@@ -57,11 +55,10 @@ TEST(OverlaySceneTest, theHintGoesWhereTheSelectionIsAndStaysInWindowMode)
 {
     EXPECT_EQ(texts(sceneOf({})), QStringList(hint));
     EXPECT_EQ(texts(sceneOf({.selection = QRectF(600, 60, 50, 50)})), QStringList(hint));
-    EXPECT_EQ(texts(sceneOf({.selection = QRectF(110, 60, 50, 40)})),
-        QStringList(QStringLiteral("50 × 40")));
+    EXPECT_EQ(texts(sceneOf({.selection = QRectF(110, 60, 50, 40)})), QStringList(u"50 × 40"_qs));
     EXPECT_EQ(texts(sceneOf({.mode = SelectionMode::window})), QStringList(windowHint));
     EXPECT_EQ(texts(sceneOf(hovering({0, 0, 200, 200}))),
-        QStringList({QStringLiteral("Editor — Grüße"), windowHint}));
+        QStringList({u"Editor — Grüße"_qs, windowHint}));
     EXPECT_EQ(texts(sceneOf(hovering({0, 0, 90, 200}))), QStringList(windowHint));
 }
 
@@ -70,12 +67,11 @@ TEST(OverlaySceneTest, theReadoutIsOfTheWholeSelectionInPixelsOfThisDisplay)
     const auto readout = [](QSizeF size, double scale) {
         return texts(sceneOf({.selection = QRectF({-100, 60}, size)}, scale)).value(0);
     };
-    EXPECT_EQ(readout({400, 50}, 1), QStringLiteral("400 × 50"));
-    EXPECT_EQ(readout({400, 50}, 2), QStringLiteral("800 × 100"));
-    EXPECT_EQ(readout({401.9, 50.99}, 1), QStringLiteral("401 × 50"));
+    EXPECT_EQ(readout({400, 50}, 1), u"400 × 50"_qs);
+    EXPECT_EQ(readout({400, 50}, 2), u"800 × 100"_qs);
+    EXPECT_EQ(readout({401.9, 50.99}, 1), u"401 × 50"_qs);
     for (int pixels = 301; pixels < 400; ++pixels)
-        EXPECT_EQ(
-            readout({pixels / 1.5, pixels / 1.5}, 1.5), QStringLiteral("%1 × %1").arg(pixels));
+        EXPECT_EQ(readout({pixels / 1.5, pixels / 1.5}, 1.5), u"%1 × %1"_qs.arg(pixels));
 }
 
 TEST(OverlaySceneTest, onlyWhatLooksDifferentHasChanged)

@@ -4,12 +4,10 @@
 #include "Fakes/FakeDisplayServer.h"
 #include "Fakes/FakeUserDefaults.h"
 
-#include <array>
 #include <gtest/gtest.h>
 
 using namespace Lumenote;
 using ScreenRecordingPermission::Outcome;
-using ScreenRecordingPermission::PromptHistory;
 
 namespace {
 
@@ -20,62 +18,33 @@ QVariant secondsAgo(double seconds)
     return now.addMSecs(-static_cast<qint64>(seconds * 1000));
 }
 
-TEST(ScreenRecordingPermissionTest, theRecordTellsWhenTheSystemWasAsked)
-{
-    struct Row {
-        const char* name;
-        QVariant stored;
-        PromptHistory history;
-    };
-    const std::array rows{
-        Row{"nothing", {}, PromptHistory::never},
-        Row{"now", secondsAgo(0), PromptHistory::recent},
-        Row{"justUnderTenMinutes", secondsAgo(599.999), PromptHistory::recent},
-        Row{"tenMinutes", secondsAgo(600), PromptHistory::stale},
-        Row{"clockWasSetBack", secondsAgo(-5000), PromptHistory::recent},
-        Row{"inAnotherTimeZone", secondsAgo(599).toDateTime().toOffsetFromUtc(7200),
-            PromptHistory::recent},
-        Row{"oldForm", true, PromptHistory::stale},
-        Row{"oldFormFalse", false, PromptHistory::never},
-        Row{"number", 1, PromptHistory::never},
-        Row{"text", u"2026-03-01"_qs, PromptHistory::never},
-        Row{"invalidDate", QDateTime(), PromptHistory::never},
-    };
-    for (const auto& row : rows)
-        EXPECT_EQ(ScreenRecordingPermission::promptHistory(row.stored, now), row.history)
-            << row.name;
-}
-
 TEST(ScreenRecordingPermissionTest, theSystemIsAskedOnceInTenMinutes)
 {
-    struct Row {
-        const char* name;
-        bool isGranted;
-        QVariant stored;
-        Outcome outcome;
-        int requests;
-        QVariant record;
-    };
-    const std::array rows{
-        Row{"granted", true, {}, Outcome::granted, 0, {}},
-        Row{"grantedLater", true, secondsAgo(10), Outcome::granted, 0, secondsAgo(10)},
-        Row{"first", false, {}, Outcome::promptShown, 1, now},
-        Row{"again", false, secondsAgo(599), Outcome::denied, 0, secondsAgo(599)},
-        Row{"afterTenMinutes", false, secondsAgo(600), Outcome::denied, 1, now},
-        Row{"oldForm", false, true, Outcome::denied, 1, now},
-        Row{"otherType", false, u"yes"_qs, Outcome::promptShown, 1, now},
-    };
-    for (const auto& row : rows) {
+    const auto check = [&](const char* name, const QVariant& stored, Outcome outcome, int requests,
+                           bool isGranted = false) {
+        SCOPED_TRACE(name);
         Fakes::FakeDisplayServer server;
-        server.isGranted = row.isGranted;
+        server.isGranted = isGranted;
         Fakes::FakeUserDefaults defaults;
-        if (row.stored.isValid())
-            defaults.setValue(u"ScreenRecordingPrompted"_qs, row.stored);
-        EXPECT_EQ(ScreenRecordingPermission::request(defaults, server, now), row.outcome)
-            << row.name;
-        EXPECT_EQ(server.recordingRequests, row.requests) << row.name;
-        EXPECT_EQ(defaults.value(u"ScreenRecordingPrompted"_qs), row.record) << row.name;
-    }
+        if (stored.isValid())
+            defaults.setValue(u"ScreenRecordingPrompted"_qs, stored);
+        EXPECT_EQ(ScreenRecordingPermission::request(defaults, server, now), outcome);
+        EXPECT_EQ(server.recordingRequests, requests);
+        EXPECT_EQ(
+            defaults.value(u"ScreenRecordingPrompted"_qs), requests > 0 ? QVariant(now) : stored);
+    };
+    check("granted", {}, Outcome::granted, 0, true);
+    check("grantedLater", secondsAgo(10), Outcome::granted, 0, true);
+    check("first", {}, Outcome::promptShown, 1);
+    check("justUnderTenMinutes", secondsAgo(599.999), Outcome::denied, 0);
+    check("tenMinutes", secondsAgo(600), Outcome::denied, 1);
+    check("clockWasSetBack", secondsAgo(-5000), Outcome::denied, 0);
+    check("inAnotherTimeZone", secondsAgo(599).toDateTime().toOffsetFromUtc(7200), Outcome::denied,
+        0);
+    check("oldForm", true, Outcome::denied, 1);
+    check("oldFormFalse", false, Outcome::promptShown, 1);
+    check("number", 1, Outcome::promptShown, 1);
+    check("text", u"2026-03-01"_qs, Outcome::promptShown, 1);
 }
 
 TEST(ScreenRecordingPermissionTest, theAlertLeadsToTheSettingsOrNowhere)

@@ -1,17 +1,14 @@
 // The real program, as a shell starts it.
 
+#include "Harness/Folder.h"
+#include "Harness/Pictures.h"
 #include "Harness/Waiting.h"
 #include "Harness/XServer.h"
+#include "Platform/TextLayout/Canvas.h"
 
-#include <QFile>
-#include <QFont>
-#include <QImage>
-#include <QPainter>
 #include <QProcess>
 #include <QRegularExpression>
-#include <QTemporaryDir>
 
-#include <array>
 #include <csignal>
 #include <gtest/gtest.h>
 
@@ -29,38 +26,26 @@ struct Outcome {
 QByteArray withoutTimes(const QByteArray& text)
 {
     static const QRegularExpression time(
-        QStringLiteral("\\bin \\d+(ms|\\.\\ds)( — \\d+ model loads?)?|after \\d+(ms|\\.\\ds)"));
-    return QString::fromUtf8(text).replace(time, QStringLiteral("TIME")).toUtf8();
+        u"\\bin \\d+(ms|\\.\\ds)( — \\d+ model loads?)?|after \\d+(ms|\\.\\ds)"_qs);
+    return QString::fromUtf8(text).replace(time, u"TIME"_qs).toUtf8();
 }
 
 class CommandLineTest : public testing::Test {
 protected:
     void SetUp() override
     {
-        ASSERT_TRUE(folder.isValid());
-        ASSERT_TRUE(page().save(folder.filePath(u"page.png"_qs)));
-        QImage blank(200, 100, QImage::Format_RGB32);
-        blank.fill(Qt::white);
-        ASSERT_TRUE(blank.save(folder.filePath(u"blank.png"_qs)));
-        QFile cut(folder.filePath(u"cut.png"_qs));
-        QFile whole(folder.filePath(u"page.png"_qs));
-        ASSERT_TRUE(cut.open(QIODevice::WriteOnly) && whole.open(QIODevice::ReadOnly));
-        cut.write(whole.read(whole.size() / 2));
-        ASSERT_TRUE(QDir(folder.path()).mkdir(u"folder"_qs));
-    }
-
-    /// Two lines that no recogniser misreads.
-    static QImage page()
-    {
-        QImage image(600, 120, QImage::Format_RGB32);
-        image.fill(Qt::white);
-        QPainter painter(&image);
-        QFont font(u"DejaVu Sans"_qs);
-        font.setPixelSize(28);
-        painter.setFont(font);
-        painter.drawText(20, 45, u"Hello reader"_qs);
-        painter.drawText(20, 95, u"Second line"_qs);
-        return image;
+        const auto save = [this](const Drawing::Canvas& canvas, const char* name) {
+            auto png = Harness::encoded(canvas.image, "png");
+            folder.fileWith(png, name);
+            return png;
+        };
+        const auto page = save(Drawing::Canvas({600, 120})
+                                   .write({20, 45}, u"Hello reader"_qs, {.size = 28})
+                                   .write({20, 95}, u"Second line"_qs, {.size = 28}),
+            "page.png");
+        folder.fileWith(page.left(page.size() / 2), "cut.png");
+        save(Drawing::Canvas({200, 100}), "blank.png");
+        std::filesystem::create_directory(folder.pathOf("folder"));
     }
 
     /// Runs a line of shell in the folder of the pictures, with $LUMENOTE the program.
@@ -72,7 +57,7 @@ protected:
         environment.insert(u"DISPLAY"_qs, u":no-such-display"_qs);
         environment.remove(u"QT_QPA_PLATFORM"_qs);
         shell.setProcessEnvironment(environment);
-        shell.setWorkingDirectory(folder.path());
+        shell.setWorkingDirectory(path());
         shell.start(u"bash"_qs, {u"-c"_qs, QString::fromUtf8(script)});
         EXPECT_TRUE(shell.waitForFinished(Harness::patience)) << script.toStdString();
         return {.output = shell.readAllStandardOutput(),
@@ -80,16 +65,20 @@ protected:
             .exitCode = shell.exitStatus() == QProcess::NormalExit ? shell.exitCode() : -1};
     }
 
-public:
-    const QTemporaryDir folder;
-};
+    void expect(const QByteArray& script, int exitCode, const QByteArray& output,
+        const QByteArray& error) const
+    {
+        SCOPED_TRACE(script.toStdString());
+        const auto outcome = run(script);
+        EXPECT_EQ(outcome.exitCode, exitCode);
+        EXPECT_EQ(outcome.output, output);
+        EXPECT_EQ(outcome.error, error);
+    }
 
-struct Row {
-    const char* name;
-    QByteArray script;
-    int exitCode;
-    QByteArray output;
-    QByteArray error;
+    QString path() const { return QString::fromStdString(folder.path()); }
+
+public:
+    const Harness::Folder folder;
 };
 
 constexpr auto read = "lumenote: OCR 2 lines TIME\n";
@@ -108,67 +97,49 @@ QByteArray undecoded(const QByteArray& path)
     return "lumenote: couldn't decode image at " + path + '\n';
 }
 
-const std::vector<Row>& rows()
+TEST_F(CommandLineTest, theFirstModeThatCountsIsTaken)
 {
-    static const std::vector<Row> all{
-        // Which mode it is.
-        {"ocrWithoutPath", "$LUMENOTE --ocr", 64, quiet, usage},
-        {"ocrWithoutPathLast", "$LUMENOTE --version --ocr", 64, quiet, usage},
-        {"modeAsPath", "$LUMENOTE --ocr --self-test", 66, quiet, unread("--self-test")},
-        {"ocrBeforeVersion", "$LUMENOTE --version --ocr gone.png", 66, quiet, unread("gone.png")},
-        {"ocrBeforeSelfTest", "$LUMENOTE --self-test --ocr gone", 66, quiet, unread("gone")},
-        {"firstOcrCounts", "$LUMENOTE --ocr --ocr page.png", 66, quiet, unread("--ocr")},
-        {"ocrAsProgramName", "exec -a --ocr $LUMENOTE gone.png", 66, quiet, unread("gone.png")},
-        {"version", "$LUMENOTE --version", 0, development, quiet},
-        {"versionBeforeWarmUp", "$LUMENOTE --warm-up --version", 0, development, quiet},
-        {"versionAmongOthers", "$LUMENOTE -x --version y", 0, development, quiet},
-
-        // What it reads.
-        {"text", "$LUMENOTE --ocr page.png", 0, text, read},
-        {"restIsIgnored", "$LUMENOTE x --ocr page.png --platform y", 0, text, read},
-        {"noText", "$LUMENOTE --ocr blank.png", 0, "\n", "lumenote: OCR 0 lines TIME\n"},
-        {"standardInput", "cat page.png | $LUMENOTE --ocr /dev/stdin", 0, text, read},
-        {"substitution", "$LUMENOTE --ocr <(cat page.png)", 0, text, read},
-        {"emptyPath", "$LUMENOTE --ocr ''", 66, quiet, unread("")},
-        {"folder", "$LUMENOTE --ocr folder", 66, quiet, unread("folder")},
-        {"device", "$LUMENOTE --ocr /dev/zero", 66, quiet, unread("/dev/zero")},
-        {"closedInput", "$LUMENOTE --ocr /dev/stdin <&-", 66, quiet, unread("/dev/stdin")},
-        {"percentInPath", "$LUMENOTE --ocr '%s%n.png'", 66, quiet, unread("%s%n.png")},
-        {"cutShort", "$LUMENOTE --ocr cut.png", 66, quiet, undecoded("cut.png")},
-        {"bytesThatAreNoText", "cp page.png $'caf\\xe9.png' && $LUMENOTE --ocr $'caf\\xe9.png'", 0,
-            text, read},
-
-        // Where standard output takes nothing, and what is left of standard error.
-        {"outputClosed", "$LUMENOTE --ocr page.png >&-", 74, quiet, read + QByteArray(notWritten)},
-        {"outputFull", "$LUMENOTE --ocr page.png >/dev/full", 74, quiet,
-            read + QByteArray(notWritten)},
-        {"versionOutputClosed", "$LUMENOTE --version >&-", 74, quiet, notWritten},
-        {"readerGone", "{ sleep 0.2; $LUMENOTE --version; echo $? >&2; } | true", 0, quiet,
-            notWritten + QByteArray("74\n")},
-        {"errorClosed", "$LUMENOTE --ocr page.png 2>&-", 0, text, quiet},
-        {"errorFull", "$LUMENOTE --ocr page.png 2>/dev/full", 0, text, quiet},
-        {"allClosed", "$LUMENOTE --ocr page.png <&- >&- 2>&-", 74, quiet, quiet},
-
-        // The warm-up needs fonts, and no display.
-        {"warmUp", "$LUMENOTE --warm-up -platform no-such-platform", 0, quiet,
-            "lumenote: OCR warm-up ready TIME\n"},
-    };
-    return all;
+    expect("$LUMENOTE --ocr", 64, quiet, usage);
+    expect("$LUMENOTE --version --ocr gone.png", 66, quiet, unread("gone.png"));
+    expect("$LUMENOTE --ocr --ocr page.png", 66, quiet, unread("--ocr"));
+    expect("exec -a --ocr $LUMENOTE gone.png", 66, quiet, unread("gone.png"));
+    expect("$LUMENOTE --version", 0, development, quiet);
+    expect("$LUMENOTE --warm-up --version", 0, development, quiet);
 }
 
-class CommandLineTableTest : public CommandLineTest, public testing::WithParamInterface<Row> { };
-
-TEST_P(CommandLineTableTest, endsAsTold)
+TEST_F(CommandLineTest, picturesAreReadFromAnywhere)
 {
-    const auto& row = GetParam();
-    const auto outcome = run(row.script);
-    EXPECT_EQ(outcome.exitCode, row.exitCode);
-    EXPECT_EQ(outcome.output, row.output);
-    EXPECT_EQ(outcome.error, row.error);
+    expect("$LUMENOTE --ocr page.png", 0, text, read);
+    expect("$LUMENOTE x --ocr page.png --platform y", 0, text, read);
+    expect("$LUMENOTE --ocr blank.png", 0, "\n", "lumenote: OCR 0 lines TIME\n");
+    expect("cat page.png | $LUMENOTE --ocr /dev/stdin", 0, text, read);
+    expect("$LUMENOTE --ocr <(cat page.png)", 0, text, read);
+    expect("$LUMENOTE --ocr ''", 66, quiet, unread(""));
+    expect("$LUMENOTE --ocr folder", 66, quiet, unread("folder"));
+    expect("$LUMENOTE --ocr /dev/zero", 66, quiet, unread("/dev/zero"));
+    expect("$LUMENOTE --ocr /dev/stdin <&-", 66, quiet, unread("/dev/stdin"));
+    expect("$LUMENOTE --ocr '%s%n.png'", 66, quiet, unread("%s%n.png"));
+    expect("$LUMENOTE --ocr cut.png", 66, quiet, undecoded("cut.png"));
+    expect("cp page.png $'caf\\xe9.png' && $LUMENOTE --ocr $'caf\\xe9.png'", 0, text, read);
 }
 
-INSTANTIATE_TEST_SUITE_P(All, CommandLineTableTest, testing::ValuesIn(rows()),
-    [](const auto& row) { return std::string(row.param.name); });
+TEST_F(CommandLineTest, outputThatGoesNowhereIsTold)
+{
+    expect("$LUMENOTE --ocr page.png >&-", 74, quiet, read + QByteArray(notWritten));
+    expect("$LUMENOTE --ocr page.png >/dev/full", 74, quiet, read + QByteArray(notWritten));
+    expect("$LUMENOTE --version >&-", 74, quiet, notWritten);
+    expect("{ sleep 0.2; $LUMENOTE --version; echo $? >&2; } | true", 0, quiet,
+        notWritten + QByteArray("74\n"));
+    expect("$LUMENOTE --ocr page.png 2>&-", 0, text, quiet);
+    expect("$LUMENOTE --ocr page.png 2>/dev/full", 0, text, quiet);
+    expect("$LUMENOTE --ocr page.png <&- >&- 2>&-", 74, quiet, quiet);
+}
+
+TEST_F(CommandLineTest, theWarmUpNeedsFontsAndNoDisplay)
+{
+    expect("$LUMENOTE --warm-up -platform no-such-platform", 0, quiet,
+        "lumenote: OCR warm-up ready TIME\n");
+}
 
 TEST_F(CommandLineTest, withoutLanguageDataTheUserIsToldWhatToInstall)
 {
@@ -231,13 +202,12 @@ TEST_F(CommandLineTest, anInstalledProgramKnowsItsVersion)
 {
     QProcess install;
     install.start(QStringLiteral(LUMENOTE_CMAKE),
-        {u"--install"_qs, QStringLiteral(LUMENOTE_BUILD_FOLDER), u"--prefix"_qs, folder.path()});
+        {u"--install"_qs, QStringLiteral(LUMENOTE_BUILD_FOLDER), u"--prefix"_qs, path()});
     ASSERT_TRUE(install.waitForFinished(Harness::patience));
     ASSERT_EQ(install.exitCode(), 0) << install.readAllStandardError().toStdString();
     const auto outcome = run("bin/lumenote --version; ln -s bin/lumenote link; ./link --version");
     EXPECT_EQ(outcome.exitCode, 0);
-    static const QRegularExpression twice(
-        QStringLiteral("^(Lumenote \\d+\\.\\d+\\.\\d+ \\(\\d+\\)\n)\\1$"));
+    static const QRegularExpression twice(u"^(Lumenote \\d+\\.\\d+\\.\\d+ \\(\\d+\\)\n)\\1$"_qs);
     EXPECT_TRUE(twice.match(QString::fromUtf8(outcome.output)).hasMatch())
         << outcome.output.toStdString();
 }

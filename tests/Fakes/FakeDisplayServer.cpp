@@ -108,7 +108,7 @@ Result<ShareableContent> FakeDisplayServer::content(ListedWindows listed) const
     if (contentError)
         return tl::make_unexpected(*contentError);
     if (!isGranted)
-        return error(Error::Kind::permissionDenied, QStringLiteral("not granted"));
+        return error(Error::Kind::permissionDenied, u"not granted"_qs);
     ShareableContent content;
     for (const auto& screen : m_screens)
         content.displays.append(screen.displayNumber);
@@ -125,7 +125,7 @@ Result<QImage> FakeDisplayServer::picture(const Capture& capture) const
     if (captureError)
         return tl::make_unexpected(*captureError);
     if (!isGranted)
-        return error(Error::Kind::permissionDenied, QStringLiteral("not granted"));
+        return error(Error::Kind::permissionDenied, u"not granted"_qs);
     if (const auto* const window = std::get_if<WindowFilter>(&capture.filter))
         return windowPicture(*window, capture.configuration);
     return displayPicture(std::get<DisplayFilter>(capture.filter), capture.configuration);
@@ -136,7 +136,7 @@ Result<QImage> FakeDisplayServer::displayPicture(
 {
     const auto screen = std::ranges::find(m_screens, filter.displayNumber, &Screen::displayNumber);
     if (screen == m_screens.end())
-        return error(Error::Kind::failed, QStringLiteral("no such display"));
+        return error(Error::Kind::failed, u"no such display"_qs);
 
     const double reference = m_screens.first().frame.bottom(); // The greatest y: these are y up.
     const QPointF displayOrigin(screen->frame.x(), reference - screen->frame.bottom());
@@ -157,7 +157,7 @@ Result<QImage> FakeDisplayServer::windowPicture(
     const auto painted = std::ranges::find_if(
         m_windows, [&](const auto& each) { return each.window.id == filter.windowID; });
     if (painted == m_windows.end() || !painted->window.isOnScreen)
-        return error(Error::Kind::windowGone, QStringLiteral("no such window"));
+        return error(Error::Kind::windowGone, u"no such window"_qs);
     return blankImage(how, QImage::Format_ARGB32_Premultiplied, painted->color);
 }
 

@@ -1,10 +1,12 @@
 #pragma once
 
+#include "Log.h"
 #include "Platform/SystemLog.h"
 
 #include <QList>
 #include <QStringList>
 
+#include <memory>
 #include <mutex>
 
 namespace Fakes {
@@ -46,6 +48,20 @@ public:
 private:
     mutable std::mutex m_lock;
     QList<Entry> m_entries;
+};
+
+/// Collects what the program logs, for the time of a test.
+class CollectedLog {
+public:
+    CollectedLog() { Lumenote::Log::setSystemLog(m_log, u"Lumenote"_qs); }
+    ~CollectedLog() { Lumenote::Log::setSystemLog(nullptr, {}); }
+    CollectedLog(const CollectedLog&) = delete;
+    CollectedLog& operator=(const CollectedLog&) = delete;
+
+    const FakeSystemLog* operator->() const { return m_log.get(); }
+
+private:
+    const std::shared_ptr<FakeSystemLog> m_log = std::make_shared<FakeSystemLog>();
 };
 
 } // namespace Fakes

@@ -4,13 +4,12 @@
 #include "Harness/Folder.h"
 #include "Harness/PaintedWindow.h"
 #include "Harness/Waiting.h"
-#include "Harness/XServer.h"
+#include "Harness/XClient.h"
 #include "Model/StoredText.h"
-#include "RootWindow.h"
+#include "Platform/TextLayout/Canvas.h"
 
 #include <QColorSpace>
 #include <QDir>
-#include <QPainter>
 #include <QProcess>
 
 #include <array>
@@ -33,15 +32,10 @@ constexpr QRect pageRect(100, 100, 600, 120);
 /// Two lines that no recogniser misreads.
 QImage page()
 {
-    QImage image(pageRect.size(), QImage::Format_RGB32);
-    image.fill(Qt::white);
-    QPainter painter(&image);
-    QFont font(QStringLiteral("DejaVu Sans"));
-    font.setPixelSize(28);
-    painter.setFont(font);
-    painter.drawText(20, 45, QStringLiteral("Hello reader"));
-    painter.drawText(20, 95, QStringLiteral("Second line"));
-    return image;
+    return Drawing::Canvas(pageRect.size())
+        .write({20, 45}, u"Hello reader"_qs, {.size = 28})
+        .write({20, 95}, u"Second line"_qs, {.size = 28})
+        .image;
 }
 
 /// What a program writes here it takes for what a person reads.
@@ -83,15 +77,14 @@ protected:
         ASSERT_TRUE(m_server->isRunning()) << qPrintable(m_server->failure());
         // The windows of the test belong there as well.
         qputenv("DISPLAY", m_server->display().toLocal8Bit());
-        m_root.emplace();
+        m_other.emplace();
         ASSERT_TRUE(page().save(QString::fromStdString(m_folder.pathOf("page.png"))));
-        m_wallpaper.emplace(m_root->rect(), white, QByteArrayList{"plain", "1", "unmanaged", "1"});
+        m_wallpaper.emplace(m_other->rect(), white, QByteArrayList{"plain", "1", "unmanaged", "1"});
         m_page.emplace(pageRect, white,
             QByteArrayList{"picture", m_folder.pathOf("page.png").c_str(), "unmanaged", "1"});
 
         auto environment = m_server->environment();
-        environment.insert(
-            QStringLiteral("XDG_DATA_HOME"), QString::fromStdString(m_folder.path()));
+        environment.insert(u"XDG_DATA_HOME"_qs, QString::fromStdString(m_folder.path()));
         m_lumenote.setProcessEnvironment(environment);
         m_lumenote.setStandardErrorFile(m_terminal.name());
         m_lumenote.start(QStringLiteral(LUMENOTE_PROGRAM), QStringList());
@@ -111,7 +104,7 @@ protected:
         ASSERT_TRUE(Harness::Desktop(m_server->environment()).run("xdotool", arguments));
     }
 
-    bool isDimmed() const { return m_root->picture().pixel(10, 10) == 0xffa6a6a6; }
+    bool isDimmed() const { return m_other->picture().pixel(10, 10) == 0xffa6a6a6; }
 
     /// Presses the shortcut until the overlays are there: nobody tells when the program listens.
     void beginSelection()
@@ -136,8 +129,8 @@ protected:
 
     QFileInfoList captures(const char* subfolder = "") const
     {
-        return QDir(QString::fromStdString(m_folder.path())
-            + QStringLiteral("/Lumenote (dev)/Captures/") + QString::fromUtf8(subfolder))
+        return QDir(QString::fromStdString(m_folder.path()) + u"/Lumenote (dev)/Captures/"_qs
+            + QString::fromUtf8(subfolder))
             .entryInfoList(QDir::Files);
     }
 
@@ -168,7 +161,7 @@ protected:
 
     const Harness::Folder m_folder;
     std::optional<Harness::XServer> m_server{std::in_place};
-    std::optional<RootWindow> m_root;
+    std::optional<Harness::XClient> m_other;
     std::optional<Harness::PaintedWindow> m_wallpaper;
     std::optional<Harness::PaintedWindow> m_page;
     Terminal m_terminal;
@@ -190,8 +183,8 @@ TEST_F(LumenoteProcess, theShortcutLeadsToAPictureAndItsTextOnDisk)
     const auto text = storedTextFromJson(json.readAll());
     ASSERT_TRUE(text);
     ASSERT_EQ(text->lines.size(), 2);
-    EXPECT_EQ(text->lines.at(0).text, QStringLiteral("Hello reader"));
-    EXPECT_EQ(text->lines.at(1).text, QStringLiteral("Second line"));
+    EXPECT_EQ(text->lines.at(0).text, u"Hello reader"_qs);
+    EXPECT_EQ(text->lines.at(1).text, u"Second line"_qs);
     EXPECT_TRUE(
         waitFor([this] { return m_terminal.text().contains("lumenote: OCR 2 lines in "); }));
 
@@ -205,7 +198,7 @@ TEST_F(LumenoteProcess, aRequestToEndEndsASelectionToo)
     m_lumenote.terminate();
     EXPECT_TRUE(endsWith(0));
     EXPECT_TRUE(waitFor([this] { return !isDimmed(); }));
-    EXPECT_TRUE(m_root->grabKeyboard()) << "nobody holds the keyboard";
+    EXPECT_TRUE(m_other->canGrabKeyboard()) << "nobody holds the keyboard";
 }
 
 TEST_F(LumenoteProcess, aRequestToEndIsHeardWhileTheServerHangs)
@@ -215,9 +208,9 @@ TEST_F(LumenoteProcess, aRequestToEndIsHeardWhileTheServerHangs)
     ASSERT_TRUE(waitFor([this] { return captures("Text").size() == 1; }));
     beginSelection();
     // Once it has nothing more to ask: Qt may hang in a question, and then hears nothing.
-    const auto inRegionMode = m_root->picture();
+    const auto inRegionMode = m_other->picture();
     xdotool({"key", "space"});
-    ASSERT_TRUE(waitFor([&] { return m_root->picture() != inRegionMode; }));
+    ASSERT_TRUE(waitFor([&] { return m_other->picture() != inRegionMode; }));
     m_server->signal(SIGSTOP);
     m_lumenote.terminate();
     EXPECT_TRUE(endsWith(0));

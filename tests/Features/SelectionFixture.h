@@ -1,23 +1,14 @@
 #pragma once
 
 #include "Capture/RegionSelector.h"
-#include "Harness/Desktop.h"
-#include "Harness/PaintedWindow.h"
-#include "Harness/Waiting.h"
-#include "Platform/X11/Session.h"
-#include "Platform/X11/X11DisplayServer.h"
+#include "Platform/X11/DesktopFixture.h"
 #include "Platform/X11/X11OverlayKeyboard.h"
-#include "RootWindow.h"
 
-#include <array>
 #include <cstdlib>
-#include <gtest/gtest.h>
-#include <memory>
-#include <string>
 
 /// Selections on the X server of this test program, by real keys and a real pointer. All that
 /// isn't said to be in points is in pixels of the root.
-class SelectionFixture : public testing::Test {
+class SelectionFixture : public DesktopFixture {
 protected:
     using Target = std::optional<Lumenote::CaptureTarget>;
 
@@ -27,29 +18,21 @@ protected:
 
     void SetUp() override
     {
-        auto session = Platform::X11::Session::open({});
-        ASSERT_TRUE(session) << qPrintable(session.error().message);
-        m_server = std::make_unique<Platform::X11DisplayServer>(*std::move(session));
+        DesktopFixture::SetUp();
         m_keyboard = std::make_unique<Platform::X11OverlayKeyboard>();
         ASSERT_TRUE(waitForPixel(onDesktop, desktopColor));
-    }
-
-    void startCompositor(const QByteArrayList& arguments = {})
-    {
-        m_compositor = m_desktop.startCompositor(arguments);
-        ASSERT_TRUE(Harness::waitFor([this] { return m_server->hasCompositor(); }));
     }
 
     void startWindowManager()
     {
         m_windowManager = m_desktop.startWindowManager();
-        m_root.lower(m_wallpaper.id()); // Openbox puts what it manages below all that it doesn't.
+        m_other.lower(m_wallpaper.id()); // Openbox puts what it manages below all that it doesn't.
     }
 
     /// Begins a selection and waits until the overlays are there.
     void select(std::stop_token stop = {})
     {
-        m_answer = Lumenote::RegionSelector::selectTarget(*m_server, *m_keyboard, std::move(stop));
+        m_answer = Lumenote::RegionSelector::selectTarget(server(), *m_keyboard, std::move(stop));
         ASSERT_TRUE(waitForPixel(onDesktop, dimmed(desktopColor)));
     }
 
@@ -77,9 +60,9 @@ protected:
     bool waitForPixel(QPoint at, QRgb color) const
     {
         const bool isThere =
-            Harness::waitFor([&] { return isNear(m_root.picture().pixel(at), color); });
+            Harness::waitFor([&] { return isNear(m_other.picture().pixel(at), color); });
         if (!isThere)
-            ADD_FAILURE() << qPrintable(m_root.picture().pixelColor(at).name()) << " is not "
+            ADD_FAILURE() << qPrintable(m_other.picture().pixelColor(at).name()) << " is not "
                           << qPrintable(QColor(color).name());
         return isThere;
     }
@@ -102,19 +85,12 @@ protected:
     }
     void release() const { xdotool({"mouseup", "1"}); }
 
-    const Harness::Desktop m_desktop;
-    const RootWindow m_root;
     /// Below all others. The background of the root wouldn't do: compositors draw their own.
     const Harness::PaintedWindow m_wallpaper{
-        m_root.rect(), desktopColor, {"plain", "1", "unmanaged", "1"}};
-    Harness::Desktop::Program m_windowManager{nullptr, nullptr};
-    Harness::Desktop::Program m_compositor{nullptr, nullptr};
-    std::unique_ptr<Platform::X11DisplayServer> m_server;
+        m_other.rect(), desktopColor, {"plain", "1", "unmanaged", "1"}};
     std::unique_ptr<Platform::X11OverlayKeyboard> m_keyboard;
     QFuture<Target> m_answer;
 };
-
-enum class Situation { nothing, openbox, openboxAndPicom };
 
 /// The same in each situation.
 class SelectionInSituation : public SelectionFixture,
@@ -136,12 +112,3 @@ protected:
             startCompositor();
     }
 };
-
-inline std::string nameOf(const testing::TestParamInfo<Situation>& row)
-{
-    constexpr std::array names{"nothing", "openbox", "openboxAndPicom"};
-    return names.at(static_cast<size_t>(row.param));
-}
-
-inline const auto allSituations =
-    testing::Values(Situation::nothing, Situation::openbox, Situation::openboxAndPicom);

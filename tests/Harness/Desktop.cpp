@@ -3,8 +3,6 @@
 #include "Harness/Waiting.h"
 #include "Harness/XServer.h"
 
-#include <utility>
-
 namespace Harness {
 
 namespace {
@@ -12,8 +10,7 @@ namespace {
 /// As xrandr wants it: pixels, and millimetres at 96 of them in an inch.
 QByteArray monitorGeometry(const QRect& pixels)
 {
-    return QStringLiteral("%1/%2x%3/%4+%5+%6")
-        .arg(pixels.width())
+    return u"%1/%2x%3/%4+%5+%6"_qs.arg(pixels.width())
         .arg(pixels.width() * 254 / 960)
         .arg(pixels.height())
         .arg(pixels.height() * 254 / 960)

@@ -33,10 +33,8 @@ int runOnDesktop(int argc, char** argv, const QStringList& arguments)
     if (!surroundings.isComplete() || !server.isRunning())
         return fail("no folders, or no Xvfb, to run with");
     auto environment = server.environment();
-    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
-    environment.insert(
-        QStringLiteral("QT_SCREEN_SCALE_FACTORS"), QStringLiteral("first=1;second=2"));
-    environment.insert(QString::fromLatin1(insideMark), QStringLiteral("1"));
+    environment.insert(u"QT_SCREEN_SCALE_FACTORS"_qs, u"first=1;second=2"_qs);
+    environment.insert(QString::fromLatin1(insideMark), u"1"_qs);
     if (!Harness::Desktop(environment).setUpMonitors())
         return fail("no monitors, since xrandr failed");
 

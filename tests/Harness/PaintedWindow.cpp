@@ -41,6 +41,11 @@ void PaintedWindow::close()
     m_process.waitForFinished(patience);
 }
 
+void PaintedWindow::goOn() const
+{
+    ::kill(static_cast<pid_t>(m_process.processId()), SIGCONT);
+}
+
 void PaintedWindow::stop() const
 {
     ::kill(static_cast<pid_t>(m_process.processId()), SIGSTOP);

@@ -34,6 +34,7 @@ public:
     /// What the part of it at @p rect of its content shows.
     QImage pattern(const QRect& rect) const;
     void close();
+    void goOn() const;
     void stop() const; ///< The program does nothing any more, but its window stays.
 
 private:

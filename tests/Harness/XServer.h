@@ -5,6 +5,8 @@
 #include <QProcessEnvironment>
 #include <QString>
 
+#include <filesystem>
+
 namespace Harness {
 
 /// Arguments of a program, which are in UTF-8.
@@ -23,6 +25,7 @@ public:
     QString failure() const { return m_failure; } ///< Why it isn't.
     QString display() const { return m_display; } ///< As in DISPLAY.
     qint64 processID() const { return m_server.processId(); }
+    void die(); ///< And lets no other server have its number as long as this is there.
     void signal(int number) const; ///< To stop it, or to kill it.
     /// What a program needs to show itself there.
     QProcessEnvironment environment() const;
@@ -31,6 +34,7 @@ private:
     QProcess m_server;
     QString m_display;
     QString m_failure;
+    std::filesystem::path m_lock; ///< Held in the place of the server that died.
 };
 
 } // namespace Harness

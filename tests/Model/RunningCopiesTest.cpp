@@ -74,7 +74,7 @@ protected:
     }
 
     QTemporaryDir m_root;
-    QString m_path = m_root.filePath(QStringLiteral("Captures"));
+    QString m_path = m_root.filePath(u"Captures"_qs);
     fs::path m_folder = m_path.toStdString();
     fs::path m_textFolder = m_folder / "Text";
     std::shared_ptr<Platform::FileSystem> m_files =
@@ -89,7 +89,7 @@ TEST_F(RunningCopiesTest, whatAKilledCopyListedIsNoLongerKept)
         ASSERT_TRUE(
             store().write(RecordedCapture::picture(capture.id), store().fileFor(capture), 1));
     }
-    Copy other({QStringLiteral("list"), m_path, QStringLiteral("5")});
+    Copy other({u"list"_qs, m_path, u"5"_qs});
     ASSERT_TRUE(other.saysLine());
     EXPECT_EQ(store().load(3).size(), 3);
     EXPECT_EQ(store().load(5).size(), 5);
@@ -213,8 +213,7 @@ TEST_F(KillTest, everyFileIsWholeAndEveryReportedCaptureIsThere)
     std::cout << "LUMENOTE_KILL_SEED=" << seed << std::endl;
     m_random.seed(static_cast<unsigned>(seed));
     for (; m_counts.kills < kills && !HasFailure(); ++m_counts.kills) {
-        recordAndKill(m_counts.kills % 3 == 0 ? QStringLiteral("record-with-names")
-                                              : QStringLiteral("record"));
+        recordAndKill(m_counts.kills % 3 == 0 ? u"record-with-names"_qs : u"record"_qs);
         expectAllWhole();
         startAgain();
     }

@@ -14,23 +14,18 @@ protected:
         return model.statusMessage().value_or(QString());
     }
 
-    static std::filesystem::path path(const QString& name)
-    {
-        return QFile::encodeName(name).toStdString();
-    }
-
 public:
-    const std::shared_ptr<WorkbenchModel> model = makeModel(
-        storedText({QStringLiteral("alpha"), QStringLiteral("beta"), QStringLiteral("gamma")}));
+    const std::shared_ptr<WorkbenchModel> model =
+        makeModel(storedText({u"alpha"_qs, u"beta"_qs, u"gamma"_qs}));
 };
 
 TEST_F(WorkbenchModelOutput, copiesTheFinishedImageAlone)
 {
     model->addAnnotation(
         {.tool = AnnotationTool::blackout, .start = QPointF(10, 10), .end = QPointF(90, 90)});
-    pasteboard.text = QStringLiteral("before");
+    pasteboard.text = u"before"_qs;
     ASSERT_TRUE(model->copyImage());
-    EXPECT_EQ(message(*model), QStringLiteral("Image copied"));
+    EXPECT_EQ(message(*model), u"Image copied"_qs);
     EXPECT_EQ(pasteboard.text, QString());
     const auto copied = QImage::fromData(pasteboard.png, "PNG");
     EXPECT_EQ(copied.size(), QSize(700, 400));
@@ -44,10 +39,10 @@ TEST_F(WorkbenchModelOutput, refusedCopiesAreTold)
     pasteboard.refuses = true;
     model->setPendingTextReveal(false);
     EXPECT_FALSE(model->copyImage());
-    EXPECT_EQ(message(*model), QStringLiteral("Couldn't copy the image"));
+    EXPECT_EQ(message(*model), u"Couldn't copy the image"_qs);
     for (const bool asCodeBlock : {false, true}) {
         EXPECT_FALSE(model->copyText(asCodeBlock));
-        EXPECT_EQ(message(*model), QStringLiteral("Couldn't copy the text"));
+        EXPECT_EQ(message(*model), u"Couldn't copy the text"_qs);
     }
     EXPECT_FALSE(model->copyRecognizedText());
     EXPECT_FALSE(model->pendingTextReveal());
@@ -55,69 +50,61 @@ TEST_F(WorkbenchModelOutput, refusedCopiesAreTold)
 
 TEST_F(WorkbenchModelOutput, copiesTextAsItIsAskedFor)
 {
-    struct Row {
-        const char* name;
-        QString query;
-        std::function<bool()> copy;
-        QString text;
-        QString message;
-        bool revealsText;
-    };
     const auto plain = [this] { return model->copyText(false); };
     const auto codeBlock = [this] { return model->copyText(true); };
     const auto all = [this] { return model->copyRecognizedText(); };
     const auto lines = [this](const QStringList& given) {
         return [this, given] { return model->copyText(given); };
     };
-    const auto everything = QStringLiteral("alpha\nbeta\ngamma");
-    const auto copied = QStringLiteral("Text copied");
-    const auto alpha = QStringLiteral("alpha");
-    for (const auto& row : {
-             Row{"all", {}, plain, everything, copied, true},
-             Row{"filtered", QStringLiteral("ALPHA"), plain, alpha, copied, false},
-             Row{"code", alpha, codeBlock, QStringLiteral("```\nalpha\n```"),
-                 QStringLiteral("Copied as code block"), false},
-             Row{"whateverTheFilter", alpha, all, everything, copied, true},
-             Row{"oneLine", {}, lines({alpha}), alpha, QStringLiteral("Line copied"), false},
-             Row{"twoLines", {}, lines({alpha, alpha}), QStringLiteral("alpha\nalpha"), copied,
-                 false},
-         }) {
+    const auto everything = u"alpha\nbeta\ngamma"_qs;
+    const auto copied = u"Text copied"_qs;
+    const auto alpha = u"alpha"_qs;
+    const auto check = [&](const char* name, const QString& query,
+                           const std::function<bool()>& copy, const QString& text,
+                           const QString& told, bool revealsText) {
+        SCOPED_TRACE(name);
         model->setPendingTextReveal(false);
-        model->setTextQuery(row.query);
-        EXPECT_TRUE(row.copy()) << row.name;
-        EXPECT_EQ(pasteboard.text, row.text) << row.name;
-        EXPECT_EQ(message(*model), row.message) << row.name;
-        EXPECT_EQ(model->pendingTextReveal(), row.revealsText) << row.name;
-    }
+        model->setTextQuery(query);
+        EXPECT_TRUE(copy());
+        EXPECT_EQ(pasteboard.text, text);
+        EXPECT_EQ(message(*model), told);
+        EXPECT_EQ(model->pendingTextReveal(), revealsText);
+    };
+    check("all", {}, plain, everything, copied, true);
+    check("filtered", u"ALPHA"_qs, plain, alpha, copied, false);
+    check("code", alpha, codeBlock, u"```\nalpha\n```"_qs, u"Copied as code block"_qs, false);
+    check("whateverTheFilter", alpha, all, everything, copied, true);
+    check("oneLine", {}, lines({alpha}), alpha, u"Line copied"_qs, false);
+    check("twoLines", {}, lines({alpha, alpha}), u"alpha\nalpha"_qs, copied, false);
 }
 
 TEST_F(WorkbenchModelOutput, nothingToCopyIsTold)
 {
-    pasteboard.text = QStringLiteral("before");
-    model->setTextQuery(QStringLiteral("delta"));
+    pasteboard.text = u"before"_qs;
+    model->setTextQuery(u"delta"_qs);
     EXPECT_FALSE(model->copyText(false));
-    EXPECT_EQ(message(*model), QStringLiteral("No lines match the filter"));
+    EXPECT_EQ(message(*model), u"No lines match the filter"_qs);
     EXPECT_FALSE(model->copyText(QStringList()));
 
     const auto empty = makeModel(storedText({}));
     EXPECT_FALSE(empty->copyRecognizedText());
     EXPECT_FALSE(empty->statusMessage());
     EXPECT_FALSE(empty->copyText(true));
-    EXPECT_EQ(message(*empty), QStringLiteral("No text to copy"));
-    EXPECT_EQ(pasteboard.text, QStringLiteral("before"));
+    EXPECT_EQ(message(*empty), u"No text to copy"_qs);
+    EXPECT_EQ(pasteboard.text, u"before"_qs);
 }
 
 TEST_F(WorkbenchModelOutput, fencesAreLongerThanAnyBackticksWithin)
 {
-    struct Row {
-        const char* text;
-        const char* fence;
-    };
-    for (const auto& [text, fence] : {Row{"none", "```"}, Row{"`a` ``", "```"},
-             Row{"```\ncode\n```", "````"}, Row{"a`````b", "``````"}, Row{"", "```"}}) {
+    const auto check = [&](const char* text, const char* fence) {
         const auto expected = QByteArray(fence) + '\n' + text + '\n' + fence;
         EXPECT_EQ(WorkbenchModel::fenced(QString::fromLatin1(text)).toLatin1(), expected);
-    }
+    };
+    check("none", "```");
+    check("`a` ``", "```");
+    check("```\ncode\n```", "````");
+    check("a`````b", "``````");
+    check("", "```");
 }
 
 TEST_F(WorkbenchModelOutput, aNewerMessageStaysItsFullTime)
@@ -130,8 +117,7 @@ TEST_F(WorkbenchModelOutput, aNewerMessageStaysItsFullTime)
     brief->copyImage();
     brief->copyText(false);
     EXPECT_TRUE(Harness::waitFor([&] { return !brief->statusMessage(); }));
-    EXPECT_EQ(shown,
-        (QStringList{QStringLiteral("Image copied"), QStringLiteral("No text to copy"), {}}));
+    EXPECT_EQ(shown, (QStringList{u"Image copied"_qs, u"No text to copy"_qs, {}}));
 }
 
 TEST_F(WorkbenchModelOutput, dragsCarryTheFileItsNameAndThePlainCapture)
@@ -144,28 +130,25 @@ TEST_F(WorkbenchModelOutput, dragsCarryTheFileItsNameAndThePlainCapture)
     EXPECT_EQ(drag->thumbnail.size(), QSize(160, 91));
     EXPECT_EQ(drag->thumbnail.pixelColor(5, 5), QColor(Qt::darkCyan));
     const auto local = now.toLocalTime().toString(u"yyyy-MM-dd 'at' HH.mm.ss");
-    EXPECT_EQ(drag->name, QStringLiteral("Lumenote %1.png").arg(local));
+    EXPECT_EQ(drag->name, u"Lumenote %1.png"_qs.arg(local));
     EXPECT_FALSE(drag->name.contains(u':'));
 }
 
 TEST_F(WorkbenchModelOutput, savesWhereThePanelSays)
 {
     const QTemporaryDir folder;
-    const auto file = folder.filePath(QStringLiteral("a 100 % picture.png"));
+    const auto file = folder.filePath(u"a 100 % picture.png"_qs);
     model->saveImage();
-    EXPECT_TRUE(savePanel.suggestedName.startsWith(QStringLiteral("Lumenote 2026-01-1")));
-    savePanel.answer(path(file));
-    ASSERT_TRUE(Harness::waitFor([this] { return message(*model) == QStringLiteral("Saved"); }));
+    EXPECT_TRUE(savePanel.suggestedName.startsWith(u"Lumenote 2026-01-1"_qs));
+    savePanel.answer(file.toStdString());
+    ASSERT_TRUE(Harness::waitFor([this] { return message(*model) == u"Saved"_qs; }));
     EXPECT_EQ(QImage(file).size(), QSize(700, 400));
-}
 
-TEST_F(WorkbenchModelOutput, savingThatFailsSaysWhyAndKeepsTheFileThatWasThere)
-{
     model->saveImage();
-    savePanel.answer(path(QStringLiteral("/nowhere/at all.png")));
-    ASSERT_TRUE(Harness::waitFor(
-        [this] { return message(*model).startsWith(QStringLiteral("Couldn't save: ")); }));
-    EXPECT_GT(message(*model).size(), 20);
+    savePanel.answer("/nowhere/at all.png");
+    ASSERT_TRUE(
+        Harness::waitFor([this] { return message(*model).startsWith(u"Couldn't save: "_qs); }));
+    EXPECT_GT(message(*model).size(), 20) << "and why";
 }
 
 TEST_F(WorkbenchModelOutput, aPanelAnsweredTooLateOrNotAtAllSavesNothing)
@@ -174,12 +157,12 @@ TEST_F(WorkbenchModelOutput, aPanelAnsweredTooLateOrNotAtAllSavesNothing)
     savePanel.answer(std::nullopt);
     EXPECT_FALSE(model->statusMessage());
     const QTemporaryDir folder;
-    const auto file = folder.filePath(QStringLiteral("late.png"));
+    const auto file = folder.filePath(u"late.png"_qs);
     {
         const auto closed = makeModel(storedText({}));
         closed->saveImage();
     }
-    savePanel.answer(path(file));
+    savePanel.answer(file.toStdString());
     EXPECT_FALSE(QFile::exists(file));
 }
 

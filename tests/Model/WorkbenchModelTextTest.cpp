@@ -9,16 +9,11 @@ namespace {
 
 class WorkbenchModelText : public WorkbenchFixture { };
 
-TEST_F(WorkbenchModelText, needsAnImage)
+TEST_F(WorkbenchModelText, needsAnImageWhichIsAsLargeAsItSaysOrAsItsPixels)
 {
     EXPECT_EQ(WorkbenchModel::create({}, {10, 10}, {}, services), nullptr);
-}
-
-TEST_F(WorkbenchModelText, isAsLargeAsItSaysOrAsItsPixels)
-{
-    const auto text = storedText({});
-    const auto pointSize = [&](const QSizeF& size) {
-        return WorkbenchModel::create(picture(), size, text, services)->pointSize();
+    const auto pointSize = [this](const QSizeF& size) {
+        return WorkbenchModel::create(picture(), size, storedText({}), services)->pointSize();
     };
     EXPECT_EQ(pointSize({350, 200}), QSizeF(350, 200));
     EXPECT_EQ(pointSize({350, 0}), QSizeF(700, 400));
@@ -26,10 +21,10 @@ TEST_F(WorkbenchModelText, isAsLargeAsItSaysOrAsItsPixels)
 
 TEST_F(WorkbenchModelText, takesOverStoredTextWithoutReadingAgain)
 {
-    const auto model = makeModel(storedText({QStringLiteral("one two"), QStringLiteral("three")}));
+    const auto model = makeModel(storedText({u"one two"_qs, u"three"_qs}));
     EXPECT_FALSE(model->isRecognizing());
     EXPECT_FALSE(model->awaitingModels());
-    EXPECT_EQ(model->displayText(), QStringLiteral("one two\nthree"));
+    EXPECT_EQ(model->displayText(), u"one two\nthree"_qs);
     EXPECT_EQ(model->visibleWordCount(), 3);
     EXPECT_EQ(model->lines().constFirst().boundingBox, QRectF(1, 2, 30, 4));
     EXPECT_TRUE(model->pendingTextReveal());
@@ -39,20 +34,19 @@ TEST_F(WorkbenchModelText, takesOverStoredTextWithoutReadingAgain)
 
 TEST_F(WorkbenchModelText, isReadOnceItIsMade)
 {
-    recognizer->queueLines({QStringLiteral("first"), QStringLiteral("second line")});
+    recognizer->queueLines({u"first"_qs, u"second line"_qs});
     const auto model = makeModel();
     std::optional<StoredText> processed;
     model->setOnProcessedTextChanged([&](const StoredText& text) { processed = text; });
     EXPECT_TRUE(model->isRecognizing());
     ASSERT_TRUE(waitUntilRead(*model));
     EXPECT_FALSE(model->recognitionFailed());
-    EXPECT_EQ(model->visibleText(), QStringLiteral("first\nsecond line"));
+    EXPECT_EQ(model->visibleText(), u"first\nsecond line"_qs);
     ASSERT_TRUE(processed);
     ASSERT_EQ(processed->lines.size(), 2);
     const auto& box = model->lines().at(1).boundingBox;
     EXPECT_EQ(processed->lines.at(1),
-        (StoredText::Line{
-            QStringLiteral("second line"), box.x(), box.y(), box.width(), box.height()}));
+        (StoredText::Line{u"second line"_qs, box.x(), box.y(), box.width(), box.height()}));
 }
 
 TEST_F(WorkbenchModelText, tellsItsHistoryOfAPageWithoutTextButNotOfAFailure)
@@ -73,8 +67,8 @@ TEST_F(WorkbenchModelText, tellsItsHistoryOfAPageWithoutTextButNotOfAFailure)
 
 TEST_F(WorkbenchModelText, dropsWhatAnEarlierRecognitionFinds)
 {
-    recognizer->queueHang({QStringLiteral("stale")});
-    recognizer->queueLines({QStringLiteral("fresh")});
+    recognizer->queueHang({u"stale"_qs});
+    recognizer->queueLines({u"fresh"_qs});
     const auto model = makeModel();
     ASSERT_TRUE(Harness::waitFor([this] { return recognizer->callCount() == 1; }));
     const QSignalSpy changes(model.get(), &WorkbenchModel::textChanged);
@@ -83,7 +77,7 @@ TEST_F(WorkbenchModelText, dropsWhatAnEarlierRecognitionFinds)
     recognizer->releaseHangs();
     ASSERT_TRUE(Harness::waitFor([this] { return recognizer.use_count() == 2; }));
     QCoreApplication::processEvents();
-    EXPECT_EQ(model->displayText(), QStringLiteral("fresh"));
+    EXPECT_EQ(model->displayText(), u"fresh"_qs);
     EXPECT_EQ(changes.count(), 1);
 }
 
@@ -132,28 +126,26 @@ TEST_F(WorkbenchModelText, takesItsRecognitionAlongWhenItGoes)
 
 TEST_F(WorkbenchModelText, filterNarrowsOnlyWhatIsCopied)
 {
-    const auto model = makeModel(storedText(
-        {QStringLiteral("Café au lait"), QStringLiteral("tea"), QStringLiteral("CAFE noir")}));
-    model->setTextQuery(QStringLiteral("cafe"));
-    EXPECT_EQ(model->visibleText(), QStringLiteral("Café au lait\nCAFE noir"));
+    const auto model = makeModel(storedText({u"Café au lait"_qs, u"tea"_qs, u"CAFE noir"_qs}));
+    model->setTextQuery(u"cafe"_qs);
+    EXPECT_EQ(model->visibleText(), u"Café au lait\nCAFE noir"_qs);
     EXPECT_EQ(model->visibleWordCount(), 6);
     EXPECT_EQ(model->visibleLines().size(), 3);
-    model->setTextQuery(QStringLiteral("milk"));
+    model->setTextQuery(u"milk"_qs);
     EXPECT_EQ(model->visibleText(), QString());
     EXPECT_FALSE(model->displayText().isEmpty());
 }
 
 TEST_F(WorkbenchModelText, thumbnailsKeepTheShapeAndNeverEnlarge)
 {
-    struct Row {
-        QSize image;
-        int longEdge;
-        QSize thumbnail;
+    const auto check = [&](QSize image, int longEdge, QSize thumbnail) {
+        EXPECT_EQ(makeModel(storedText({}), picture(image))->thumbnail(longEdge).size(), thumbnail);
     };
-    for (const auto& row : {Row{{700, 400}, 64, {64, 37}}, Row{{400, 700}, 64, {37, 64}},
-             Row{{40, 30}, 64, {40, 30}}, Row{{3000, 1}, 64, {64, 1}}, Row{{1, 1}, 200, {1, 1}}})
-        EXPECT_EQ(makeModel(storedText({}), picture(row.image))->thumbnail(row.longEdge).size(),
-            row.thumbnail);
+    check({700, 400}, 64, {64, 37});
+    check({400, 700}, 64, {37, 64});
+    check({40, 30}, 64, {40, 30});
+    check({3000, 1}, 64, {64, 1});
+    check({1, 1}, 200, {1, 1});
     EXPECT_EQ(makeModel(storedText({}))->backdropImage().size(), QSize(64, 37));
 }
 

@@ -4,7 +4,6 @@
 #include "Fakes/FakeSystemLog.h"
 #include "Fakes/FakeTextRecognizer.h"
 #include "Harness/Waiting.h"
-#include "Log.h"
 #include "OCR/OCRService.h"
 
 #include <gtest/gtest.h>
@@ -14,18 +13,13 @@
 /// the end it waits until no thread holds the recogniser any more.
 class OCRServiceFixture : public testing::Test {
 protected:
-    void SetUp() override
-    {
-        Lumenote::Log::setSystemLog(systemLog, QStringLiteral("Lumenote"));
-        startService({});
-    }
+    void SetUp() override { startService({}); }
 
     void TearDown() override
     {
         service.reset();
         recognizer->releaseHangs();
         EXPECT_TRUE(Harness::waitFor([this] { return recognizer.use_count() == 1; }));
-        Lumenote::Log::setSystemLog(nullptr, {});
     }
 
     void startService(Lumenote::OCRService::Settings settings)
@@ -39,7 +33,7 @@ protected:
     {
         recognizer->queue([clock = clock, duration](const std::stop_token&) {
             clock->advance(duration);
-            return Fakes::observations({QStringLiteral("slow")});
+            return Fakes::observations({u"slow"_qs});
         });
     }
 
@@ -61,8 +55,7 @@ protected:
 public:
     const QImage image{QSize(200, 100), QImage::Format_RGB32};
     const std::shared_ptr<Fakes::FakeClock> clock = std::make_shared<Fakes::FakeClock>();
-    const std::shared_ptr<Fakes::FakeSystemLog> systemLog =
-        std::make_shared<Fakes::FakeSystemLog>();
+    const Fakes::CollectedLog systemLog;
     const std::shared_ptr<Fakes::FakeTextRecognizer> recognizer =
         std::make_shared<Fakes::FakeTextRecognizer>();
     std::optional<Lumenote::OCRService> service;

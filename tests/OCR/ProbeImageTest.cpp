@@ -18,9 +18,8 @@ TEST(ProbeImageTest, codeLinesAreNumberedAndTakenInTurn)
 {
     const auto lines = probeLines(8, ProbeKind::code);
     ASSERT_EQ(lines.size(), 8);
-    EXPECT_EQ(lines.at(0), QStringLiteral("0 let kCFAllocatorDefault = CFAllocatorGetDefault()"));
-    EXPECT_EQ(lines.at(7),
-        QStringLiteral("7   guard let candidate = observation.topCandidates(1).first"));
+    EXPECT_EQ(lines.at(0), u"0 let kCFAllocatorDefault = CFAllocatorGetDefault()"_qs);
+    EXPECT_EQ(lines.at(7), u"7   guard let candidate = observation.topCandidates(1).first"_qs);
 }
 
 TEST(ProbeImageTest, proseFillsItsLinesAndRunsOnFromOneToTheNext)
@@ -33,27 +32,24 @@ TEST(ProbeImageTest, proseFillsItsLinesAndRunsOnFromOneToTheNext)
         EXPECT_LE(line.size(), 218 + longestWord);
     }
     EXPECT_TRUE(lines.join(u' ').contains(
-        QStringLiteral("and the wind falls still The quick brown fox jumps over the lazy dog")));
+        u"and the wind falls still The quick brown fox jumps over the lazy dog"_qs));
 }
 
 TEST(ProbeImageTest, eachLineStandsInItsPlaceOnWhite)
 {
-    struct Row {
-        int lines;
-        ProbeKind kind;
-        int height;
-    };
-    for (const auto& row :
-        {Row{8, ProbeKind::code, 246}, {24, ProbeKind::prose, 707}, {112, ProbeKind::code, 3241}}) {
-        const auto image = probeImage(row.lines, row.kind);
-        ASSERT_EQ(image.size(), QSize(2000, row.height));
-        EXPECT_TRUE(isWhite(image, QRect(0, 0, 8, row.height))) << "left of the text";
+    const auto check = [&](int lines, ProbeKind kind, int height) {
+        const auto image = probeImage(lines, kind);
+        ASSERT_EQ(image.size(), QSize(2000, height));
+        EXPECT_TRUE(isWhite(image, QRect(0, 0, 8, height))) << "left of the text";
         EXPECT_TRUE(isWhite(image, QRect(0, 0, 2000, 8))) << "above the text";
-        EXPECT_TRUE(isWhite(image, QRect(0, row.height - 8, 2000, 8))) << "below the text";
-        for (int line = 0; line < row.lines; ++line)
+        EXPECT_TRUE(isWhite(image, QRect(0, height - 8, 2000, 8))) << "below the text";
+        for (int line = 0; line < lines; ++line)
             EXPECT_FALSE(isWhite(image, QRect(8, 8 + static_cast<int>(line * 28.8), 300, 28)))
                 << "line " << line;
-    }
+    };
+    check(8, ProbeKind::code, 246);
+    check(24, ProbeKind::prose, 707);
+    check(112, ProbeKind::code, 3241);
 }
 
 TEST(ProbeImageTest, aBackgroundThreadDrawsTheSame)

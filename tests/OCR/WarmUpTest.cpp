@@ -1,7 +1,6 @@
 #include "Fakes/ThreadShortage.h"
 #include "OCR/OCRServiceFixture.h"
 
-#include <array>
 #include <sys/resource.h>
 
 using namespace Lumenote;
@@ -24,14 +23,6 @@ protected:
     {
         return Harness::waitFor([this, count] { return recognizer->callCount() >= count; });
     }
-
-    QList<int> probeHeights() const
-    {
-        QList<int> heights;
-        for (const auto& call : recognizer->calls())
-            heights.append(call.imageSize.height());
-        return heights;
-    }
 };
 
 TEST_F(WarmUpTest, theSeriesEndsAtItsFirstFailure)
@@ -40,29 +31,13 @@ TEST_F(WarmUpTest, theSeriesEndsAtItsFirstFailure)
         std::chrono::nanoseconds takes;
         bool fails = false;
     };
-    struct Row {
-        const char* name;
-        QList<Probe> probes;
-        Phase phase;
-        QString log;
-    };
-    const std::array rows{
-        Row{"allQuick", {{100ms}, {100ms}, {100ms}, {100ms}, {100ms}}, Phase::ready,
-            u"OCR: warm-up ready in 500ms"_qs},
-        Row{"oneLoad", {{2s + 1ns}, {2s}, {0s}, {0s}, {0s}}, Phase::ready,
-            u"OCR: warm-up ready in 4.0s — 1 model load"_qs},
-        Row{"threeLoads", {{3s}, {0s}, {3s}, {3s}, {0s}}, Phase::ready,
-            u"OCR: warm-up ready in 9.0s — 3 model loads"_qs},
-        Row{"firstFails", {{1s, true}}, Phase::failed, u"OCR: warm-up failed in 1.0s"_qs},
-        Row{"firstLoadsAndFails", {{3s, true}}, Phase::failed,
-            u"OCR: warm-up failed in 3.0s — 1 model load"_qs},
-        Row{"laterOneFailsUncounted", {{3s}, {0s}, {3s, true}}, Phase::failed,
-            u"OCR: warm-up failed in 6.0s — 1 model load"_qs},
-    };
-    for (const auto& row : rows) {
+
+    const auto check = [&](const char* name, const QList<Probe>& probes, Phase phase,
+                           const QString& log) {
+        SCOPED_TRACE(name);
         startService({});
         const auto callsBefore = recognizer->callCount();
-        for (const auto& probe : row.probes)
+        for (const auto& probe : probes)
             recognizer->queue(
                 [clock = clock, probe](const auto&) -> Fakes::FakeTextRecognizer::Answer {
                     clock->advance(probe.takes);
@@ -70,21 +45,35 @@ TEST_F(WarmUpTest, theSeriesEndsAtItsFirstFailure)
                         return tl::make_unexpected(Error());
                     return {};
                 });
-        EXPECT_EQ(service->phase(), Phase::idle) << row.name;
-        ASSERT_TRUE(warmUpAndWait()) << row.name;
-        EXPECT_EQ(service->phase(), row.phase) << row.name;
-        EXPECT_EQ(service->warmUpFailed(), row.phase == Phase::failed) << row.name;
-        EXPECT_EQ(systemLog->messages().last(), row.log) << row.name;
-        EXPECT_EQ(recognizer->callCount() - callsBefore, row.probes.size()) << row.name;
-    }
+        EXPECT_EQ(service->phase(), Phase::idle);
+        ASSERT_TRUE(warmUpAndWait());
+        EXPECT_EQ(service->phase(), phase);
+        EXPECT_EQ(service->warmUpFailed(), phase == Phase::failed);
+        EXPECT_EQ(systemLog->messages().last(), log);
+        EXPECT_EQ(recognizer->callCount() - callsBefore, probes.size());
+    };
+    check("allQuick", {{100ms}, {100ms}, {100ms}, {100ms}, {100ms}}, Phase::ready,
+        u"OCR: warm-up ready in 500ms"_qs);
+    check("oneLoad", {{2s + 1ns}, {2s}, {0s}, {0s}, {0s}}, Phase::ready,
+        u"OCR: warm-up ready in 4.0s — 1 model load"_qs);
+    check("threeLoads", {{3s}, {0s}, {3s}, {3s}, {0s}}, Phase::ready,
+        u"OCR: warm-up ready in 9.0s — 3 model loads"_qs);
+    check("firstFails", {{1s, true}}, Phase::failed, u"OCR: warm-up failed in 1.0s"_qs);
+    check("firstLoadsAndFails", {{3s, true}}, Phase::failed,
+        u"OCR: warm-up failed in 3.0s — 1 model load"_qs);
+    check("laterOneFailsUncounted", {{3s}, {0s}, {3s, true}}, Phase::failed,
+        u"OCR: warm-up failed in 6.0s — 1 model load"_qs);
 }
 
 TEST_F(WarmUpTest, theProbesGrowAndRunAtUtilityPriority)
 {
     ASSERT_TRUE(warmUpAndWait());
-    EXPECT_EQ(probeHeights(), (QList<int>{246, 707, 1398, 2089, 3241}));
-    for (const auto& call : recognizer->calls())
+    QList<int> heights;
+    for (const auto& call : recognizer->calls()) {
+        heights.append(call.imageSize.height());
         EXPECT_GE(call.niceValue, 10);
+    }
+    EXPECT_EQ(heights, (QList<int>{246, 707, 1398, 2089, 3241}));
     recognized();
     EXPECT_EQ(recognizer->calls().last().niceValue, getpriority(PRIO_PROCESS, 0))
         << "somebody waits for this one";
@@ -110,7 +99,7 @@ TEST_F(WarmUpTest, aHungProbeFailsAtItsLimit)
     recognizer->queueHang();
     ASSERT_TRUE(warmUpAndWait());
     EXPECT_TRUE(service->warmUpFailed());
-    EXPECT_EQ(recognizer->callCount(), 1);
+    EXPECT_LE(recognizer->callCount(), 1) << "none after it; it may itself come too late";
 }
 
 TEST_F(WarmUpTest, aFailureIsMendedByARetryOrARecognition)

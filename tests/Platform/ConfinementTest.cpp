@@ -2,7 +2,6 @@
 
 #include <QByteArray>
 
-#include <array>
 #include <cstdlib>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
@@ -14,24 +13,20 @@ namespace {
 
 TEST(ConfinementTest, onlyWorkThatEndsWellSucceeds)
 {
-    struct Row {
-        const char* name;
-        std::function<bool()> work;
-        bool succeeds = false;
-        Platform::Confinement limits{.bytes = 256 << 20, .time = 1h};
+    const auto check = [&](const char* name, const std::function<bool()>& work,
+                           bool succeeds = false,
+                           const Platform::Confinement& limits = {.bytes = 256 << 20, .time = 1h}) {
+        EXPECT_EQ(Platform::runConfined(work, limits).has_value(), succeeds) << name;
     };
-    const std::array rows{
-        Row{"good", [] { return true; }, true},
-        Row{"bad", [] { return false; }},
-        Row{"throws", []() -> bool { throw 1; }},
-        Row{"crashes", []() -> bool { std::abort(); }},
-        Row{"takesSomeMemory", [] { return QByteArray(100 << 20, 'x').endsWith('x'); }, true},
-        Row{"takesMuchMemory", [] { return QByteArray(1 << 30, 'x').endsWith('x'); }},
-        Row{"hangs", [] { return pause() == 0; }, false, {.bytes = 256 << 20, .time = 20ms}},
-    };
-    for (const auto& row : rows)
-        EXPECT_EQ(Platform::runConfined(row.work, row.limits).has_value(), row.succeeds)
-            << row.name;
+    check(
+        "good", [] { return true; }, true);
+    check("bad", [] { return false; });
+    check("throws", []() -> bool { throw 1; });
+    check("crashes", []() -> bool { std::abort(); });
+    check(
+        "takesSomeMemory", [] { return QByteArray(100 << 20, 'x').endsWith('x'); }, true);
+    check("takesMuchMemory", [] { return QByteArray(1 << 30, 'x').endsWith('x'); });
+    check("hangs", [] { return pause() == 0; }, false, {.bytes = 256 << 20, .time = 20ms});
 }
 
 TEST(ConfinementTest, nothingIsLeftBehind)

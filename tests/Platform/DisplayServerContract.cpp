@@ -90,7 +90,7 @@ TEST_F(DisplayServerContract, theFirstScreenIsAtTheOriginAndAllOfThemAreShareabl
 
 TEST_F(DisplayServerContract, windowsComeFrontmostFirstAndTellWhatTheyAre)
 {
-    const auto back = world().showWindow({20, 30, 200, 100}, red, QStringLiteral("Zurück"));
+    const auto back = world().showWindow({20, 30, 200, 100}, red, u"Zurück"_qs);
     world().showOwnWindow({40, 50, 200, 100});
     const auto front = world().showWindow({60, 70, 200, 100}, green, QString());
     const auto windows = content().windows;
@@ -100,7 +100,7 @@ TEST_F(DisplayServerContract, windowsComeFrontmostFirstAndTellWhatTheyAre)
     EXPECT_FALSE(windows.at(0).isOwn);
     EXPECT_TRUE(windows.at(1).isOwn);
     EXPECT_EQ(windows.at(2).id, back);
-    EXPECT_EQ(windows.at(2).title, QStringLiteral("Zurück"));
+    EXPECT_EQ(windows.at(2).title, u"Zurück"_qs);
     EXPECT_EQ(windows.at(2).frame, QRectF(20, 30, 200, 100));
     EXPECT_EQ(windows.at(2).contentRect, QRectF(20, 30, 200, 100));
     EXPECT_EQ(windows.at(2).layer, 0);
@@ -110,7 +110,7 @@ TEST_F(DisplayServerContract, windowsComeFrontmostFirstAndTellWhatTheyAre)
 
 TEST_F(DisplayServerContract, aRegionShowsWhatIsBelowOurWindows)
 {
-    world().showWindow({100, 100, 300, 200}, red, QStringLiteral("below"));
+    world().showWindow({100, 100, 300, 200}, red, u"below"_qs);
     world().showOwnWindow({150, 150, 400, 300});
     const auto image = region({120, 120, 250, 150});
     expectColor(image, {250, 150}, red);
@@ -120,14 +120,14 @@ TEST_F(DisplayServerContract, aRegionShowsWhatIsBelowOurWindows)
 
 TEST_F(DisplayServerContract, aWindowIsCapturedWholeWhereItIsCoveredAndBeyondTheDisplay)
 {
-    const auto covered = world().showWindow({-50, 10, 200, 100}, red, QStringLiteral("covered"));
-    world().showWindow({0, 0, 120, 200}, green, QStringLiteral("cover"));
+    const auto covered = world().showWindow({-50, 10, 200, 100}, red, u"covered"_qs);
+    world().showWindow({0, 0, 120, 200}, green, u"cover"_qs);
     expectColor(picture(window(covered)), {200, 100}, red);
 }
 
 TEST_F(DisplayServerContract, whatIsGoneFailsAndSaysSo)
 {
-    const auto id = world().showWindow({10, 10, 100, 100}, red, QStringLiteral("soon gone"));
+    const auto id = world().showWindow({10, 10, 100, 100}, red, u"soon gone"_qs);
     const auto known = window(id);
     world().closeWindow(id);
     const auto image = picture(known);

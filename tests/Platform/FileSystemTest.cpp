@@ -5,7 +5,6 @@
 
 #include <QTemporaryDir>
 
-#include <algorithm>
 #include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -16,10 +15,7 @@ namespace {
 namespace fs = std::filesystem;
 using testing::UnorderedElementsAre;
 
-struct Kind {
-    const char* name;
-    std::shared_ptr<Platform::FileSystem> (*make)();
-};
+enum class Kind { freedesktop, fake };
 
 class FileSystemTest : public testing::TestWithParam<Kind> {
 protected:
@@ -44,7 +40,15 @@ protected:
 
     QTemporaryDir m_root;
     fs::path m_folder = fs::path(m_root.path().toStdString()) / "Program" / "Captures";
-    std::shared_ptr<Platform::FileSystem> m_files = GetParam().make();
+    const std::shared_ptr<Platform::FileSystem> m_files = make();
+
+private:
+    static std::shared_ptr<Platform::FileSystem> make()
+    {
+        if (GetParam() == Kind::fake)
+            return std::make_shared<Fakes::FakeFileSystem>();
+        return std::make_shared<Platform::FreedesktopFileSystem>();
+    }
 };
 
 TEST_P(FileSystemTest, preparedFoldersAreForTheUserAlone)
@@ -181,15 +185,11 @@ TEST_P(FileSystemTest, aCopyIsAloneUntilAnotherHoldsAClaim)
     EXPECT_FALSE(isAlone(*second)); // The first has it still, after it was alone.
 }
 
-INSTANTIATE_TEST_SUITE_P(, FileSystemTest,
-    testing::Values(Kind{"freedesktop",
-                        []() -> std::shared_ptr<Platform::FileSystem> {
-                            return std::make_shared<Platform::FreedesktopFileSystem>();
-                        }},
-        Kind{"fake",
-            []() -> std::shared_ptr<Platform::FileSystem> {
-                return std::make_shared<Fakes::FakeFileSystem>();
-            }}),
-    [](const auto& info) { return info.param.name; });
+std::string nameOf(const testing::TestParamInfo<Kind>& info)
+{
+    return info.param == Kind::fake ? "fake" : "freedesktop";
+}
+
+INSTANTIATE_TEST_SUITE_P(, FileSystemTest, testing::Values(Kind::freedesktop, Kind::fake), nameOf);
 
 } // namespace

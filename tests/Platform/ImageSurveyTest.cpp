@@ -7,7 +7,6 @@
 
 #include <QColorSpace>
 
-#include <array>
 #include <random>
 #include <sys/stat.h>
 
@@ -55,46 +54,48 @@ public:
 
 TEST_F(ImageSurveyTest, theThumbnailIsTheMeanOfThePixels)
 {
-    struct Row {
-        const char* name;
-        QSize size;
-        int noise;
-        int tolerance = 1;
-    };
     // Pixels on the border of two of the thumbnail count for one of them.
-    for (const auto& row : {Row{"flat", {1600, 1200}, 0}, Row{"smooth", {1600, 1200}, 2},
-             Row{"noisy", {1600, 1200}, 90}, Row{"wide", {16'000, 160}, 2},
-             Row{"tall", {160, 16'000}, 2}, Row{"uneven", {1537, 1111}, 2, 30},
-             Row{"small", {500, 400}, 2, 2}}) {
-        const auto image = screen(row.size, row.noise);
+    const auto check = [&](const char* name, QSize size, int noise, int tolerance = 1) {
+        SCOPED_TRACE(name);
+        const auto image = screen(size, noise);
         const auto survey = surveyImageFile(folder.fileWith(*encodePng(image, 144)), longEdge);
-        ASSERT_TRUE(survey) << row.name;
-        ASSERT_FALSE(survey->thumbnail.isNull()) << row.name;
+        ASSERT_TRUE(survey);
+        ASSERT_FALSE(survey->thumbnail.isNull());
         const auto expected = Platform::scaledDown(image, survey->thumbnail.size());
-        EXPECT_LE(largestDifference(survey->thumbnail, expected), row.tolerance) << row.name;
-        EXPECT_EQ(survey->pixelSize, row.size) << row.name;
-        EXPECT_NEAR(survey->dotsPerInch.value_or(0), 144, 0.02) << row.name;
-    }
+        EXPECT_LE(largestDifference(survey->thumbnail, expected), tolerance);
+        EXPECT_EQ(survey->pixelSize, size);
+        EXPECT_NEAR(survey->dotsPerInch.value_or(0), 144, 0.02);
+    };
+    check("flat", {1600, 1200}, 0);
+    check("smooth", {1600, 1200}, 2);
+    check("noisy", {1600, 1200}, 90);
+    check("wide", {16'000, 160}, 2);
+    check("tall", {160, 16'000}, 2);
+    check("uneven", {1537, 1111}, 2, 30);
+    check("small", {500, 400}, 2, 2);
 }
 
 TEST_F(ImageSurveyTest, theThumbnailsSize)
 {
-    struct Row {
-        QSize picture;
-        QSize thumbnail;
-    };
-    for (const auto& row : {Row{{3840, 2160}, {200, 113}}, Row{{2160, 3840}, {113, 200}},
-             Row{{3000, 1}, {200, 1}}, Row{{1, 3000}, {1, 200}}, Row{{1000, 999}, {200, 200}},
-             Row{{1000, 997}, {200, 199}}, Row{{201, 100}, {200, 100}}, Row{{200, 50}, {200, 50}},
-             Row{{7, 3}, {7, 3}}, Row{{60'000, 3}, {200, 1}}}) {
-        QImage image(row.picture, QImage::Format_RGB32);
+    const auto check = [&](QSize picture, QSize thumbnail) {
+        QImage image(picture, QImage::Format_RGB32);
         image.fill(Qt::darkCyan);
         const auto survey = surveyImageFile(folder.fileWith(*encodePng(image, 72)), longEdge);
         ASSERT_TRUE(survey);
-        EXPECT_EQ(survey->thumbnail.size(), row.thumbnail)
-            << row.picture.width() << 'x' << row.picture.height();
+        EXPECT_EQ(survey->thumbnail.size(), thumbnail)
+            << picture.width() << 'x' << picture.height();
         EXPECT_EQ(survey->thumbnail.pixelColor(0, 0), QColor(Qt::darkCyan));
-    }
+    };
+    check({3840, 2160}, {200, 113});
+    check({2160, 3840}, {113, 200});
+    check({3000, 1}, {200, 1});
+    check({1, 3000}, {1, 200});
+    check({1000, 999}, {200, 200});
+    check({1000, 997}, {200, 199});
+    check({201, 100}, {200, 100});
+    check({200, 50}, {200, 50});
+    check({7, 3}, {7, 3});
+    check({60'000, 3}, {200, 1});
 }
 
 TEST_F(ImageSurveyTest, theColourSpaceIsKept)
@@ -114,30 +115,24 @@ TEST_F(ImageSurveyTest, filesOfOtherKinds)
     const auto image = screen({1000, 800}, 0);
     auto transparent = image.convertToFormat(QImage::Format_ARGB32);
     transparent.fill(QColor(10, 200, 30, 100));
-    struct Row {
-        const char* name;
-        QByteArray bytes;
-        QSize thumbnail{200, 160};
-    };
+
     const auto lying = exifOrientation(6);
-    const std::array rows{
-        Row{"renamedJpeg", encoded(image, "jpeg")},
-        Row{"turnedJpeg",
-            withJpegSegment(encoded(image, "jpeg"), 0xE1, QByteArray("Exif\0\0", 6) + lying),
-            {160, 200}},
-        Row{"turnedPng", withPngChunk(*encodePng(image, 72), pngChunk("eXIf", lying)), {160, 200}},
-        Row{"transparent", *encodePng(transparent, 72)},
-        Row{"palette", encoded(image.convertToFormat(QImage::Format_Indexed8), "png")},
-        Row{"gray", encoded(image.convertToFormat(QImage::Format_Grayscale8), "png")},
-        Row{"deep", encoded(image.convertToFormat(QImage::Format_RGBX64), "png")},
-        Row{"bmp", encoded(image, "bmp")},
+    const auto check = [&](const char* name, const QByteArray& bytes,
+                           QSize thumbnail = {200, 160}) {
+        SCOPED_TRACE(name);
+        const auto survey = surveyImageFile(folder.fileWith(bytes, "capture.png"), longEdge);
+        ASSERT_TRUE(survey);
+        EXPECT_EQ(survey->pixelSize, image.size());
+        EXPECT_EQ(survey->thumbnail.size(), thumbnail);
     };
-    for (const auto& row : rows) {
-        const auto survey = surveyImageFile(folder.fileWith(row.bytes, "capture.png"), longEdge);
-        ASSERT_TRUE(survey) << row.name;
-        EXPECT_EQ(survey->pixelSize, image.size()) << row.name;
-        EXPECT_EQ(survey->thumbnail.size(), row.thumbnail) << row.name;
-    }
+    check("renamedJpeg", encoded(image, "jpeg"));
+    check("turnedJpeg",
+        withJpegSegment(encoded(image, "jpeg"), 0xE1, QByteArray("Exif\0\0", 6) + lying),
+        {160, 200});
+    check("turnedPng", withPngChunk(*encodePng(image, 72), pngChunk("eXIf", lying)), {160, 200});
+    check("transparent", *encodePng(transparent, 72));
+    check("palette", encoded(image.convertToFormat(QImage::Format_Indexed8), "png"));
+    check("deep", encoded(image.convertToFormat(QImage::Format_RGBX64), "png"));
 }
 
 TEST_F(ImageSurveyTest, aHeaderIsEnough)
@@ -146,28 +141,22 @@ TEST_F(ImageSurveyTest, aHeaderIsEnough)
     auto damaged = png;
     for (auto place = damaged.size() / 2; place < damaged.size() / 2 + 64; ++place)
         damaged[place] = '\xa5';
-    struct Row {
-        const char* name;
-        QByteArray bytes;
-        QSize pixelSize;
-    };
-    const std::array rows{
-        Row{"cutInPixels", png.left(png.size() / 2), {1000, 800}},
-        Row{"cutBehindTheHeader", png.left(90), {1000, 800}},
-        Row{"damaged", damaged, {1000, 800}},
-        Row{"claimsMore", pngClaiming(png, 1000, 900), {1000, 900}},
-        Row{"claimsWider", pngClaiming(png, 1001, 800), {1001, 800}},
-        Row{"claimsMuch", pngClaiming(png, 60'000, 60'000), {60'000, 60'000}},
-        Row{"jpegCut", encoded(screen({1000, 800}, 2), "jpeg").left(2000), {1000, 800}},
-        Row{"jpegClaimsMuch", jpegClaiming(encoded(screen({100, 80}, 2), "jpeg"), 60'000, 60'000),
-            {60'000, 60'000}},
-    };
+
     const auto peakBefore = peakMegabytes();
-    for (const auto& row : rows) {
-        const auto survey = surveyImageFile(folder.fileWith(row.bytes), longEdge);
-        ASSERT_TRUE(survey) << row.name;
-        EXPECT_EQ(survey->pixelSize, row.pixelSize) << row.name;
-    }
+    const auto check = [&](const char* name, const QByteArray& bytes, QSize pixelSize) {
+        SCOPED_TRACE(name);
+        const auto survey = surveyImageFile(folder.fileWith(bytes), longEdge);
+        ASSERT_TRUE(survey);
+        EXPECT_EQ(survey->pixelSize, pixelSize);
+    };
+    check("cutInPixels", png.left(png.size() / 2), {1000, 800});
+    check("cutBehindTheHeader", png.left(90), {1000, 800});
+    check("damaged", damaged, {1000, 800});
+    check("claimsMore", pngClaiming(png, 1000, 900), {1000, 900});
+    check("claimsMuch", pngClaiming(png, 60'000, 60'000), {60'000, 60'000});
+    check("jpegCut", encoded(screen({1000, 800}, 2), "jpeg").left(2000), {1000, 800});
+    check("jpegClaimsMuch", jpegClaiming(encoded(screen({100, 80}, 2), "jpeg"), 60'000, 60'000),
+        {60'000, 60'000});
     EXPECT_LT(peakMegabytes() - peakBefore, 100);
 }
 
@@ -185,23 +174,15 @@ TEST_F(ImageSurveyTest, withoutAHeaderThereIsNothing)
     const auto png = *encodePng(screen({1000, 800}, 2), 144);
     const auto pipe = folder.pathOf("pipe");
     EXPECT_EQ(mkfifo(pipe.c_str(), 0600), 0);
-    struct Row {
-        const char* name;
-        std::filesystem::path path;
+
+    const auto check = [&](const char* name, const std::filesystem::path& path) {
+        EXPECT_FALSE(surveyImageFile(path, longEdge)) << name;
     };
-    const std::array rows{
-        Row{"missing", folder.pathOf("nothing")},
-        Row{"folder", folder.path()},
-        Row{"pipe", pipe},
-        Row{"empty", folder.fileWith("", "empty")},
-        Row{"text", folder.fileWith("Not a picture.\n", "text")},
-        Row{"cutInHeader", folder.fileWith(png.left(20), "cut")},
-        Row{"endless", folder.fileWith(pngClaiming(png, 0x7fffffff, 1), "endless")},
-        Row{"noWidth", folder.fileWith(pngClaiming(png, 0, 800), "noWidth")},
-        Row{"noHeight", folder.fileWith(pngClaiming(png, 1000, 0), "noHeight")},
-    };
-    for (const auto& row : rows)
-        EXPECT_FALSE(surveyImageFile(row.path, longEdge)) << row.name;
+    check("pipe", pipe);
+    check("text", folder.fileWith("Not a picture.\n", "text"));
+    check("cutInHeader", folder.fileWith(png.left(20), "cut"));
+    check("endless", folder.fileWith(pngClaiming(png, 0x7fffffff, 1), "endless"));
+    check("noWidth", folder.fileWith(pngClaiming(png, 0, 800), "noWidth"));
 }
 
 TEST_F(ImageSurveyTest, noDamageDoesHarm)

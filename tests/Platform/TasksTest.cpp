@@ -19,11 +19,11 @@ TEST(Tasks, everyTaskIsAnsweredWhateverBecomesOfIt)
         return future.result() ? QString::number(*future.result())
                                : future.result().error().message;
     };
-    EXPECT_EQ(message([] { return 7; }), QStringLiteral("7"));
+    EXPECT_EQ(message([] { return 7; }), u"7"_qs);
     EXPECT_EQ(message([]() -> Platform::Result<int> { throw std::runtime_error("thrown"); }),
-        QStringLiteral("thrown"));
+        u"thrown"_qs);
     const Fakes::ThreadShortage shortage;
-    EXPECT_EQ(message([] { return 7; }), QStringLiteral("no more threads"));
+    EXPECT_EQ(message([] { return 7; }), u"no more threads"_qs);
 }
 
 TEST(Tasks, handlersRunInTheirReceiversThreadAndOnlyWhileItLives)

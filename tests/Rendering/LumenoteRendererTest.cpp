@@ -112,42 +112,34 @@ testing::AssertionResult isAsExpected(
 
 TEST(LumenoteRendererTest, pixelsAreWhatTheArithmeticSays)
 {
-    struct Row {
-        const char* name;
-        QSize size;
-        QImage::Format format;
-        double farAway;
-        QColorSpace space;
-        PixelReference::Colors colors; ///< Computed from the primaries of sRGB and `space`.
-    };
     const QColorSpace sRgb(QColorSpace::SRgb);
     const PixelReference::Colors p3{{235, 78, 61}, {247, 206, 70, 102}};
     const PixelReference::Colors adobe{{221, 61, 52}, {241, 203, 48, 102}};
-    const std::array rows{
-        Row{"small", {97, 61}, opaque, 200, sRgb, {}},
-        Row{"lines wider than corners", {2100, 40}, opaque, 3000, sRgb, {}},
-        Row{"reaching far out", {120, 80}, opaque, 1e9, sRgb, {}},
-        Row{"one pixel", {1, 1}, opaque, 100, sRgb, {}},
-        Row{"one row", {3000, 1}, translucent, 4000, sRgb, {}},
-        Row{"wide gamut", {97, 61}, opaque, 200, QColorSpace::DisplayP3, p3},
-        Row{"translucent wide gamut", {61, 97}, translucent, 200, QColorSpace::DisplayP3, p3},
-        Row{"another gamma", {97, 61}, translucent, 200, QColorSpace::AdobeRgb, adobe},
-    };
     Dice dice(44);
-    for (const auto& row : rows)
+    const auto check = [&](const char* name, QSize size, QImage::Format format, double farAway,
+                           const QColorSpace& space, const PixelReference::Colors& colors) {
         for (int round = 0; round < 8; ++round) {
-            SCOPED_TRACE(testing::Message() << row.name << " " << round);
-            auto image = dice.picture(row.size, row.format);
-            image.setColorSpace(row.space);
-            const auto annotations = dice.annotations(7, row.size, row.farAway);
+            SCOPED_TRACE(testing::Message() << name << " " << round);
+            auto image = dice.picture(size, format);
+            image.setColorSpace(space);
+            const auto annotations = dice.annotations(7, size, farAway);
             const auto drawn = rendered(image, annotations);
-            ASSERT_EQ(drawn.format(), row.format);
-            ASSERT_EQ(drawn.colorSpace(), row.space);
-            for (int y = 0; y < row.size.height(); ++y)
-                for (int x = 0; x < row.size.width(); ++x)
-                    ASSERT_TRUE(isAsExpected(drawn,
-                        PixelReference::expected(image, annotations, row.colors, x, y), x, y));
+            ASSERT_EQ(drawn.format(), format);
+            ASSERT_EQ(drawn.colorSpace(), space);
+            for (int y = 0; y < size.height(); ++y)
+                for (int x = 0; x < size.width(); ++x)
+                    ASSERT_TRUE(isAsExpected(
+                        drawn, PixelReference::expected(image, annotations, colors, x, y), x, y));
         }
+    };
+    check("small", {97, 61}, opaque, 200, sRgb, {});
+    check("lines wider than corners", {2100, 40}, opaque, 3000, sRgb, {});
+    check("reaching far out", {120, 80}, opaque, 1e9, sRgb, {});
+    check("one pixel", {1, 1}, opaque, 100, sRgb, {});
+    check("one row", {3000, 1}, translucent, 4000, sRgb, {});
+    check("wide gamut", {97, 61}, opaque, 200, QColorSpace::DisplayP3, p3);
+    check("translucent wide gamut", {61, 97}, translucent, 200, QColorSpace::DisplayP3, p3);
+    check("another gamma", {97, 61}, translucent, 200, QColorSpace::AdobeRgb, adobe);
 }
 
 TEST(LumenoteRendererTest, theLargestCaptureIsRenderedInFull)
@@ -226,31 +218,25 @@ TEST(LumenoteRendererTest, imagesWithoutColoursOfTheirOwnBecomeSRgb)
     const QColorSpace p3(QColorSpace::DisplayP3);
     const auto grey = QColorSpace::fromIccProfile(Harness::iccProfile("GRAY"));
     ASSERT_TRUE(grey.isValid());
-    struct Row {
-        const char* name;
-        QImage::Format format;
-        QColorSpace space;
-        QList<QColorSpace> expected;
-    };
-    const std::array rows{
-        Row{"capture", opaque, p3, {p3, p3, sRgb, none}},
-        Row{"other order of bytes", QImage::Format_BGR888, p3, {p3, p3, sRgb, none}},
-        Row{"no space", QImage::Format_ARGB32, none, {sRgb, none}},
-        Row{"grey profile", opaque, grey, {sRgb, none}},
-        Row{"grey pixels", QImage::Format_Grayscale8, sRgb, {sRgb, none}},
-        Row{"palette", QImage::Format_Indexed8, p3, {sRgb, none}},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
+
+    const auto check = [&](const char* name, QImage::Format format, const QColorSpace& space,
+                           const QList<QColorSpace>& expected) {
+        SCOPED_TRACE(name);
         QImage image(20, 20, opaque);
         image.fill(QColor(180, 180, 180));
-        image.convertTo(row.format);
-        image.setColorSpace(row.space);
-        EXPECT_EQ(LumenoteRenderer::exportColorSpaces(image), row.expected);
+        image.convertTo(format);
+        image.setColorSpace(space);
+        EXPECT_EQ(LumenoteRenderer::exportColorSpaces(image), expected);
         const auto drawn = rendered(image, {});
-        EXPECT_EQ(drawn.colorSpace(), row.expected.first());
+        EXPECT_EQ(drawn.colorSpace(), expected.first());
         EXPECT_NEAR(qGreen(drawn.pixel(9, 9)), 180, 2) << "neutral colours stay what they are";
-    }
+    };
+    check("capture", opaque, p3, {p3, p3, sRgb, none});
+    check("other order of bytes", QImage::Format_BGR888, p3, {p3, p3, sRgb, none});
+    check("no space", QImage::Format_ARGB32, none, {sRgb, none});
+    check("grey profile", opaque, grey, {sRgb, none});
+    check("grey pixels", QImage::Format_Grayscale8, sRgb, {sRgb, none});
+    check("palette", QImage::Format_Indexed8, p3, {sRgb, none});
 }
 
 TEST(LumenoteRendererTest, aCaptureSharesItsPixelsUntilItIsDrawnOn)

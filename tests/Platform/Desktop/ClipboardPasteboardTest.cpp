@@ -1,9 +1,9 @@
+#include "Harness/Desktop.h"
 #include "Harness/Waiting.h"
 #include "Harness/XServer.h"
 #include "Platform/PngEncoder.h"
 
 #include <QImage>
-#include <QProcess>
 
 #include <gtest/gtest.h>
 
@@ -12,43 +12,25 @@ namespace {
 /// The program with the pasteboard, and another program that reads it, on a display of their own.
 class ClipboardPasteboard : public testing::Test {
 protected:
-    void SetUp() override
+    void SetUp() override { ASSERT_TRUE(m_server.isRunning()) << qPrintable(m_server.failure()); }
+
+    bool put(const char* kind, const QByteArray& bytes)
     {
-        ASSERT_TRUE(m_server.isRunning()) << qPrintable(m_server.failure());
-        auto environment = m_server.environment();
-        environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
-        m_owner.setProcessEnvironment(environment);
+        m_owner = m_desktop.start(LUMENOTE_PASTEBOARD_OWNER, {kind});
+        m_owner->write(bytes);
+        m_owner->closeWriteChannel();
+        return Harness::waitFor([this] { return m_owner->canReadLine(); })
+            && m_owner->readLine() == "set\n";
     }
 
-    void TearDown() override
+    QByteArray read(const char* target) const
     {
-        m_owner.kill();
-        m_owner.waitForFinished();
-    }
-
-    bool put(const QString& kind, const QByteArray& bytes)
-    {
-        m_owner.start(QStringLiteral(LUMENOTE_PASTEBOARD_OWNER), {kind});
-        m_owner.write(bytes);
-        m_owner.closeWriteChannel();
-        return Harness::waitFor([this] { return m_owner.canReadLine(); })
-            && m_owner.readLine() == "set\n";
-    }
-
-    QByteArray read(const QString& target) const
-    {
-        QProcess xclip;
-        xclip.setProcessEnvironment(m_server.environment());
-        xclip.start(QStringLiteral("xclip"),
-            {QStringLiteral("-selection"), QStringLiteral("clipboard"), QStringLiteral("-out"),
-                QStringLiteral("-target"), target});
-        if (!xclip.waitForFinished(Harness::patience))
-            xclip.kill();
-        return xclip.readAllStandardOutput();
+        return m_desktop.output("xclip", {"-selection", "clipboard", "-out", "-target", target});
     }
 
     const Harness::XServer m_server;
-    QProcess m_owner;
+    const Harness::Desktop m_desktop{m_server.environment()};
+    Harness::Desktop::Program m_owner{nullptr, nullptr};
 };
 
 TEST_F(ClipboardPasteboard, otherProgramsReadTheSamePngByteForByte)
@@ -60,16 +42,16 @@ TEST_F(ClipboardPasteboard, otherProgramsReadTheSamePngByteForByte)
             noise.setPixel(x, y, state = state * 1664525 + 1013904223);
     const auto png = Platform::encodePng(noise, 72);
     ASSERT_TRUE(png);
-    ASSERT_TRUE(put(QStringLiteral("png"), *png));
-    EXPECT_TRUE(read(QStringLiteral("image/png")) == *png);
-    EXPECT_FALSE(read(QStringLiteral("TARGETS")).contains("image/bmp"));
+    ASSERT_TRUE(put("png", *png));
+    EXPECT_TRUE(read("image/png") == *png);
+    EXPECT_FALSE(read("TARGETS").contains("image/bmp"));
 }
 
 TEST_F(ClipboardPasteboard, otherProgramsReadTheSameTextByteForByte)
 {
     const QByteArray text = "Zeile 1\n\tCaf\xc3\xa9 \xf0\x9f\x93\xb8 100 %\n";
-    ASSERT_TRUE(put(QStringLiteral("text"), text));
-    EXPECT_EQ(read(QStringLiteral("UTF8_STRING")), text);
+    ASSERT_TRUE(put("text", text));
+    EXPECT_EQ(read("UTF8_STRING"), text);
 }
 
 } // namespace

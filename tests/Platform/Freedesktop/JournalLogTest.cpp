@@ -26,7 +26,7 @@ public:
     SlowJournal& operator=(const SlowJournal&) = delete;
     ~SlowJournal() { close(m_socket); }
 
-    std::string socketPath() const { return m_folder.filePath(QStringLiteral("j")).toStdString(); }
+    std::string socketPath() const { return m_folder.filePath(u"j"_qs).toStdString(); }
 
     /// The next entry; empty where none waits.
     QByteArray read() const
@@ -46,8 +46,7 @@ private:
 TEST(JournalLogTest, entriesKeepEveryByte)
 {
     const SlowJournal journal;
-    Platform::JournalLog(journal.socketPath())
-        .write(QStringLiteral("app"), QStringLiteral("OCR"), QStringLiteral("50 %s\nß"));
+    Platform::JournalLog(journal.socketPath()).write(u"app"_qs, u"OCR"_qs, u"50 %s\nß"_qs);
     const QByteArray entry = journal.read();
     EXPECT_TRUE(entry.startsWith(QByteArrayLiteral("MESSAGE\n\x08\0\0\0\0\0\0\0"
                                                    "50 %s\n\xc3\x9f\nPRIORITY\n")))
@@ -63,13 +62,13 @@ TEST(JournalLogTest, aJournalThatHangsHoldsNobodyUp)
     const SlowJournal journal;
     Platform::JournalLog log(journal.socketPath());
     for (int entry = 0; entry < moreThanAnyQueue; ++entry)
-        log.write(QStringLiteral("app"), QStringLiteral("OCR"), QStringLiteral("entry"));
+        log.write(u"app"_qs, u"OCR"_qs, u"entry"_qs);
     while (!journal.read().isEmpty()) { }
-    log.write(QStringLiteral("app"), QStringLiteral("OCR"), QStringLiteral("later"));
+    log.write(u"app"_qs, u"OCR"_qs, u"later"_qs);
     EXPECT_TRUE(journal.read().contains("later"));
 }
 
 TEST(JournalLogTest, aMissingJournalIsNoFailure)
 {
-    Platform::JournalLog("/nowhere/socket").write({}, {}, QStringLiteral("lost"));
+    Platform::JournalLog("/nowhere/socket").write({}, {}, u"lost"_qs);
 }

@@ -1,17 +1,9 @@
 #include "DesktopFixture.h"
 
-#include <xcb/res.h>
-
-#include <array>
-#include <map>
-#include <unistd.h>
-
 using namespace Platform;
 using Harness::PaintedWindow;
 
 namespace {
-
-enum class Situation { bare, managed, composited };
 
 constexpr QRect windowRect(800, 150, 300, 240);
 constexpr std::uint32_t blue = 0x2040c0;
@@ -22,75 +14,45 @@ class CapturedPixels : public DesktopFixture, public testing::WithParamInterface
 protected:
     void SetUp() override
     {
-        if (GetParam() != Situation::bare)
+        if (GetParam() != Situation::nothing)
             m_windowManager = m_desktop.startWindowManager();
         DesktopFixture::SetUp();
         if (isComposited())
-            startCompositor({});
+            startCompositor();
     }
 
-    void TearDown() override
-    {
-        m_compositor.reset();
-        EXPECT_TRUE(Harness::waitFor([this] { return !server().hasCompositor(); }));
-    }
-
-    void startCompositor(const QByteArrayList& arguments)
-    {
-        m_compositor.reset();
-        EXPECT_TRUE(Harness::waitFor([this] { return !server().hasCompositor(); }));
-        m_compositor = m_desktop.startCompositor(arguments);
-        EXPECT_TRUE(Harness::waitFor([this] { return server().hasCompositor(); }));
-    }
-
-    static bool isComposited() { return GetParam() == Situation::composited; }
-
-    /// What is really on the screen.
-    static QRgb shownPixel(QPoint point)
-    {
-        const auto origin = Harness::Desktop::firstMonitor.topLeft();
-        const auto picture = QGuiApplication::primaryScreen()->grabWindow(
-            0, point.x() - origin.x(), point.y() - origin.y(), 1, 1);
-        return picture.toImage().pixel(0, 0);
-    }
-
-private:
-    Harness::Desktop::Program m_windowManager{nullptr, [](QProcess*) {}};
-    Harness::Desktop::Program m_compositor{nullptr, [](QProcess*) {}};
+    static bool isComposited() { return GetParam() == Situation::openboxAndPicom; }
 };
 
-/// A compositor draws a background of its own where nobody has set one.
-class PixelsWithoutCompositor : public CapturedPixels { };
-/// Nothing fades without a compositor.
-class PixelsUnderCompositor : public CapturedPixels { };
-
-std::string nameOf(const testing::TestParamInfo<Situation>& row)
-{
-    constexpr std::array names{"bare", "managed", "composited"};
-    return names.at(static_cast<size_t>(row.param));
-}
-
-INSTANTIATE_TEST_SUITE_P(, CapturedPixels,
-    testing::Values(Situation::bare, Situation::managed, Situation::composited), nameOf);
-INSTANTIATE_TEST_SUITE_P(
-    , PixelsWithoutCompositor, testing::Values(Situation::bare, Situation::managed), nameOf);
-INSTANTIATE_TEST_SUITE_P(, PixelsUnderCompositor, testing::Values(Situation::composited), nameOf);
+INSTANTIATE_TEST_SUITE_P(, CapturedPixels, allSituations, nameOf);
 
 TEST_P(CapturedPixels, aRegionShowsWindowsInTheirOrderBelowOurs)
 {
     const PaintedWindow back(windowRect, blue);
     const PaintedWindow front(windowRect.translated(100, 80), green, {"border", "3"});
-    const auto backContent = contentOf(back);
-    const auto frontContent = contentOf(front);
-    const OwnWindow own(windowRect.adjusted(-40, -40, 40, 40));
-
-    const QRect inBack(backContent.topLeft(), QSize(60, 50));
-    EXPECT_TRUE(region(inBack) == back.pattern({0, 0, 60, 50}));
-    const auto inFront = QRect(frontContent.topLeft(), backContent.bottomRight());
-    EXPECT_TRUE(region(inFront) == front.pattern({{}, inFront.size()}));
+    const QRect inBack(contentOf(back).topLeft(), QSize(60, 50));
+    const QRect inFront(contentOf(front).topLeft(), contentOf(back).bottomRight());
+    const auto looksRight = [&] {
+        return region(inBack) == back.pattern({{}, inBack.size()})
+            && region(inFront) == front.pattern({{}, inFront.size()});
+    };
+    using Look = OwnWindow::Look;
+    for (const auto look : {Look::opaque, Look::translucent, Look::shaped})
+        for (const bool isStopped : {false, true}) {
+            SCOPED_TRACE(testing::Message() << static_cast<int>(look) << isStopped);
+            ASSERT_TRUE(Harness::waitFor(looksRight));
+            if (isStopped)
+                back.stop(); // It can't be asked to paint what ours has covered.
+            const OwnWindow own(windowRect.adjusted(-40, -40, 40, 40), look);
+            EXPECT_TRUE(looksRight());
+            back.goOn();
+        }
 }
 
-TEST_P(PixelsWithoutCompositor, aRegionShowsTheBackgroundBelowOurWindows)
+using PixelsOnABareDesktop = DesktopFixture;
+
+// A compositor draws a background of its own where nobody has set one.
+TEST_F(PixelsOnABareDesktop, aRegionShowsTheBackgroundBelowOurWindows)
 {
     ASSERT_TRUE(m_desktop.run("xsetroot", {"-mod", "7", "13", "-fg", "#c03020", "-bg", "#104060"}));
     const PaintedWindow partly(windowRect, blue, {"unmanaged", "yes"});
@@ -103,18 +65,18 @@ TEST_P(PixelsWithoutCompositor, aRegionShowsTheBackgroundBelowOurWindows)
     EXPECT_EQ(region({area.topLeft() + QPoint(30, 30), QSize(1, 1)}).pixel(0, 0), 0xff204020);
 }
 
-TEST_P(PixelsUnderCompositor, aWindowOfOursThatFadesLeavesNoTrace)
+TEST_F(PixelsOnABareDesktop, aWindowOfOursThatFadesLeavesNoTrace)
 {
-    startCompositor({"--fading", "--fade-delta", "30", "--fade-out-step", "0.02", "--shadow"});
+    startCompositor({"--fading", "--fade-delta", "30", "--fade-out-step", "0.005", "--shadow"});
     const PaintedWindow below(windowRect, blue);
     const auto content = contentOf(below);
+    const auto shown = [&] { return m_other.picture().pixel(content.center()); };
     {
         const OwnWindow own(content.adjusted(-30, -30, 30, 30));
-        ASSERT_TRUE(Harness::waitFor(
-            [&content] { return shownPixel(content.center()) == OwnWindow::color; }));
+        ASSERT_TRUE(Harness::waitFor([&] { return shown() == OwnWindow::color; }));
     }
     EXPECT_TRUE(region(content) == below.pattern({{}, content.size()}));
-    EXPECT_NE(shownPixel(content.center()), below.pattern({{}, content.size()}).pixel(150, 120))
+    EXPECT_NE(shown(), below.pattern({{}, content.size()}).pixel(150, 120))
         << "the window had faded already, so that this shows nothing";
 }
 
@@ -154,43 +116,6 @@ TEST_P(CapturedPixels, theAlphaOfAWindowCountsUnderACompositor)
         isComposited() ? 0x80102030 : 0xff102030);
 }
 
-using Counts = std::map<QByteArray, int>;
-
-void addResources(xcb_connection_t* xcb, std::uint32_t client, Counts& counts)
-{
-    const X11::Owned<xcb_res_query_client_resources_reply_t> types(
-        xcb_res_query_client_resources_reply(
-            xcb, xcb_res_query_client_resources(xcb, client), nullptr));
-    for (auto type = xcb_res_query_client_resources_types_iterator(types.get()); type.rem > 0;
-         xcb_res_type_next(&type)) {
-        const X11::Owned<xcb_get_atom_name_reply_t> name(xcb_get_atom_name_reply(
-            xcb, xcb_get_atom_name(xcb, type.data->resource_type), nullptr));
-        counts[{xcb_get_atom_name_name(name.get()), name->name_len}] +=
-            static_cast<int>(type.data->count);
-    }
-}
-
-/// How many things of each kind this process has on the server. Who asks for news of a window's
-/// shape, as window managers and compositors do, adds to what its owner has, so that these don't
-/// count.
-Counts ownResources()
-{
-    const std::unique_ptr<xcb_connection_t, X11::Disconnect> xcb(xcb_connect(nullptr, nullptr));
-    const xcb_res_client_id_spec_t all{
-        .client = XCB_NONE, .mask = XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
-    const X11::Owned<xcb_res_query_version_reply_t> version(
-        xcb_res_query_version_reply(xcb.get(), xcb_res_query_version(xcb.get(), 1, 2), nullptr));
-    const X11::Owned<xcb_res_query_client_ids_reply_t> ids(xcb_res_query_client_ids_reply(
-        xcb.get(), xcb_res_query_client_ids(xcb.get(), 1, &all), nullptr));
-    Counts counts;
-    for (auto id = xcb_res_query_client_ids_ids_iterator(ids.get()); id.rem > 0;
-         xcb_res_client_id_value_next(&id))
-        if (xcb_res_client_id_value_value(id.data)[0] == static_cast<std::uint32_t>(getpid()))
-            addResources(xcb.get(), id.data->spec.client, counts);
-    counts.erase("ShapeEvent");
-    return counts;
-}
-
 TEST_P(CapturedPixels, nothingIsLeftOnTheServerWhateverIsCaptured)
 {
     const PaintedWindow below(windowRect, blue);
@@ -203,12 +128,13 @@ TEST_P(CapturedPixels, nothingIsLeftOnTheServerWhateverIsCaptured)
         windows();
     };
     captureAll(); // The last memory that was lent is kept for a while.
-    const auto before = ownResources();
-    EXPECT_GT(before.size(), 2U);
+    const auto own = QCoreApplication::applicationPid();
+    const int before = m_other.resourcesOf(own);
+    ASSERT_GT(before, 2);
     constexpr int rounds = 50;
     for (int round = 0; round < rounds; ++round)
         captureAll();
-    EXPECT_EQ(ownResources(), before);
+    EXPECT_EQ(m_other.resourcesOf(own), before);
 }
 
 } // namespace

@@ -3,10 +3,12 @@
 #include "Harness/Desktop.h"
 #include "Harness/PaintedWindow.h"
 #include "Harness/Waiting.h"
+#include "Harness/XClient.h"
 #include "OwnWindow.h"
 #include "Platform/X11/Session.h"
 #include "Platform/X11/X11DisplayServer.h"
 
+#include <array>
 #include <gtest/gtest.h>
 #include <memory>
 
@@ -19,6 +21,21 @@ protected:
         auto session = Platform::X11::Session::open({});
         ASSERT_TRUE(session) << qPrintable(session.error().message);
         m_server = std::make_unique<Platform::X11DisplayServer>(*std::move(session));
+    }
+
+    void TearDown() override { stopCompositor(); }
+
+    void startCompositor(const QByteArrayList& arguments = {})
+    {
+        stopCompositor();
+        m_compositor = m_desktop.startCompositor(arguments);
+        ASSERT_TRUE(Harness::waitFor([this] { return m_server->hasCompositor(); }));
+    }
+
+    void stopCompositor()
+    {
+        m_compositor.reset();
+        EXPECT_TRUE(Harness::waitFor([this] { return !m_server || !m_server->hasCompositor(); }));
     }
 
     Platform::X11DisplayServer& server() { return *m_server; }
@@ -87,7 +104,22 @@ protected:
     }
 
     const Harness::Desktop m_desktop;
+    const Harness::XClient m_other;
+    Harness::Desktop::Program m_windowManager{nullptr, nullptr};
 
 private:
+    Harness::Desktop::Program m_compositor{nullptr, nullptr};
     std::unique_ptr<Platform::X11DisplayServer> m_server;
 };
+
+/// What else runs on the desktop.
+enum class Situation { nothing, openbox, openboxAndPicom };
+
+inline std::string nameOf(const testing::TestParamInfo<Situation>& row)
+{
+    constexpr std::array names{"nothing", "openbox", "openboxAndPicom"};
+    return names.at(static_cast<size_t>(row.param));
+}
+
+inline const auto allSituations =
+    testing::Values(Situation::nothing, Situation::openbox, Situation::openboxAndPicom);

@@ -13,6 +13,7 @@ class Screens : public DesktopFixture {
 protected:
     void TearDown() override
     {
+        DesktopFixture::TearDown();
         m_desktop.plugSecondMonitor();
         Harness::waitFor([] { return QGuiApplication::screens().size() == 2; });
     }
@@ -87,19 +88,6 @@ TEST_F(Screens, coloursAreThoseOfTheProfileThatTheServerHasForThem)
     xcb_delete_property(xcb.get(), root, atom->atom);
     xcb_flush(xcb.get());
     EXPECT_TRUE(Harness::waitFor([&changes] { return changes.size() > 1; }));
-}
-
-TEST_F(Screens, aCompositorThatComesAndGoesIsTold)
-{
-    QSignalSpy changes(&server(), &DisplayServer::compositorChanged);
-    EXPECT_FALSE(server().hasCompositor());
-    {
-        const auto compositor = m_desktop.startCompositor();
-        ASSERT_TRUE(Harness::waitFor([&changes] { return changes.size() == 1; }));
-        EXPECT_TRUE(server().hasCompositor());
-    }
-    ASSERT_TRUE(Harness::waitFor([&changes] { return changes.size() == 2; }));
-    EXPECT_FALSE(server().hasCompositor());
 }
 
 } // namespace

@@ -7,7 +7,6 @@
 
 #include <QTemporaryDir>
 
-#include <array>
 #include <csignal>
 #include <gtest/gtest.h>
 
@@ -38,11 +37,6 @@ Result<std::unique_ptr<Session>> open(
     return Session::open({.display = server.display().toLatin1(), .patience = patience});
 }
 
-void send(const Harness::XServer& server, int signal)
-{
-    ::kill(static_cast<pid_t>(server.processID()), signal);
-}
-
 TEST(SessionTest, withoutAServerThereIsNone)
 {
     EXPECT_FALSE(Session::open({})); // The harness has no DISPLAY.
@@ -52,33 +46,27 @@ TEST(SessionTest, withoutAServerThereIsNone)
 
 TEST(SessionTest, anyDepthOfTheScreenGivesItsColours)
 {
-    struct Row {
-        const char* screen;
-        QByteArrayList arguments;
-        int tolerance; ///< Of each channel.
-    };
-    const std::array rows{
-        Row{"640x480x24", {}, 0},
-        Row{"640x480x24", {"-extension", "MIT-SHM"}, 0},
-        Row{"640x480x30", {}, 1},
-        Row{"640x480x16", {}, 8},
-    };
-    for (const auto& row : rows) {
-        const Harness::XServer server(row.screen, row.arguments);
+    const auto check = [](const char* screen, int tolerance, const QByteArrayList& arguments = {}) {
+        SCOPED_TRACE(screen);
+        const Harness::XServer server(screen, arguments);
         ASSERT_TRUE(server.isRunning());
         const Harness::Desktop desktop(server.environment());
         ASSERT_TRUE(desktop.run("xsetroot", {"-solid", "#c04020"}));
         const auto session = open(server);
         ASSERT_TRUE(session);
         const auto image = captured((*session)->run<QImage>(capture));
-        ASSERT_TRUE(image) << row.screen << ": " << qPrintable(image.error().message);
+        ASSERT_TRUE(image) << qPrintable(image.error().message);
         EXPECT_EQ(image->format(), QImage::Format_RGB32);
         const auto pixel = *reinterpret_cast<const QRgb*>(image->constScanLine(50));
-        EXPECT_EQ(qAlpha(pixel), 0xff) << row.screen;
-        EXPECT_NEAR(qRed(pixel), 0xc0, row.tolerance) << row.screen;
-        EXPECT_NEAR(qGreen(pixel), 0x40, row.tolerance) << row.screen;
-        EXPECT_NEAR(qBlue(pixel), 0x20, row.tolerance) << row.screen;
-    }
+        EXPECT_EQ(qAlpha(pixel), 0xff);
+        EXPECT_NEAR(qRed(pixel), 0xc0, tolerance);
+        EXPECT_NEAR(qGreen(pixel), 0x40, tolerance);
+        EXPECT_NEAR(qBlue(pixel), 0x20, tolerance);
+    };
+    check("640x480x24", 0);
+    check("640x480x24", 0, {"-extension", "MIT-SHM"});
+    check("640x480x30", 1);
+    check("640x480x16", 8);
 }
 
 TEST(SessionTest, aServerThatIsKilledInTheMiddleOfACaptureGivesAnError)
@@ -89,7 +77,7 @@ TEST(SessionTest, aServerThatIsKilledInTheMiddleOfACaptureGivesAnError)
     const auto image = captured((*session)->run<QImage>([&server](Server& x11) {
         const ServerGrab grab(x11.connection());
         x11.connection().finish();
-        send(server, SIGKILL);
+        server.signal(SIGKILL);
         return capture(x11);
     }));
     ASSERT_FALSE(image);
@@ -102,10 +90,10 @@ TEST(SessionTest, aServerThatHangsIsGivenUpAndUsedAgainOnceItAnswers)
     const Harness::XServer server;
     const auto session = open(server, 200ms);
     ASSERT_TRUE(session);
-    send(server, SIGSTOP);
+    server.signal(SIGSTOP);
     EXPECT_FALSE(captured((*session)->run<QImage>(capture)));
     EXPECT_FALSE(open(server, 200ms));
-    send(server, SIGCONT);
+    server.signal(SIGCONT);
     EXPECT_TRUE(Harness::waitFor(
         [&session] { return captured((*session)->run<QImage>(capture)).has_value(); }));
     const Harness::Desktop other(server.environment());
@@ -117,12 +105,12 @@ TEST(SessionTest, workThatWaitsWhenTheSessionEndsIsAnswered)
     const Harness::XServer server;
     auto session = open(server);
     ASSERT_TRUE(session);
-    send(server, SIGSTOP);
+    server.signal(SIGSTOP);
     const QList futures{(*session)->run<QImage>(capture), (*session)->run<QImage>(capture)};
     session->reset();
     for (const auto& future : futures)
         EXPECT_FALSE(captured(future));
-    send(server, SIGCONT);
+    server.signal(SIGCONT);
 }
 
 TEST(SessionTest, aServerThatLacksAnExtensionSaysWhich)
@@ -143,8 +131,8 @@ TEST(SessionTest, aServerThatLacksAnExtensionSaysWhich)
 TEST(SessionTest, aClientThatTheServerDoesNotTrustIsDenied)
 {
     const QTemporaryDir folder;
-    const auto keys = folder.filePath(QStringLiteral("keys")).toUtf8();
-    const auto untrustedKeys = folder.filePath(QStringLiteral("untrusted")).toUtf8();
+    const auto keys = folder.filePath(u"keys"_qs).toUtf8();
+    const auto untrustedKeys = folder.filePath(u"untrusted"_qs).toUtf8();
     const auto keyOf = [](const QByteArray& display) {
         return QByteArrayList{
             "add", display, "MIT-MAGIC-COOKIE-1", "0123456789abcdef0123456789abcdef"};
@@ -158,7 +146,7 @@ TEST(SessionTest, aClientThatTheServerDoesNotTrustIsDenied)
     ASSERT_TRUE(tools.run("xauth", QByteArrayList{"-f", keys} + keyOf(server.display().toUtf8())));
 
     auto environment = server.environment();
-    environment.insert(QStringLiteral("XAUTHORITY"), QString::fromUtf8(keys));
+    environment.insert(u"XAUTHORITY"_qs, QString::fromUtf8(keys));
     ASSERT_TRUE(Harness::Desktop(environment)
                     .run("xauth",
                         {"-f", untrustedKeys, "generate", server.display().toUtf8(),

@@ -4,8 +4,6 @@
 #include <QFile>
 #include <QStandardPaths>
 
-#include <array>
-
 using namespace Platform;
 using Harness::PaintedWindow;
 
@@ -20,73 +18,57 @@ protected:
         m_windowManager = m_desktop.startWindowManager();
         DesktopFixture::SetUp();
     }
-
-private:
-    Harness::Desktop::Program m_windowManager{nullptr, [](QProcess*) {}};
 };
 
 TEST_F(ListedWindows, titlesAndNamesAreTold)
 {
     const QDir entries(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
-        + QStringLiteral("/applications"));
-    ASSERT_TRUE(entries.mkpath(QStringLiteral(".")));
-    QFile entry(entries.filePath(QStringLiteral("painter.desktop")));
+        + u"/applications"_qs);
+    ASSERT_TRUE(entries.mkpath(u"."_qs));
+    QFile entry(entries.filePath(u"painter.desktop"_qs));
     ASSERT_TRUE(entry.open(QIODevice::WriteOnly));
     entry.write("[Desktop Entry]\nName=The Painter\n");
     entry.close();
 
-    struct Row {
-        const char* name;
-        QByteArrayList options;
-        QByteArray title;
-        QByteArray application;
-    };
-    const std::array rows{
-        Row{"utf8", {"name", "東京 — café", "latin-name", "?"}, "東京 — café", {}},
-        Row{"latin1", {"latin-name", "café"}, "café", {}},
-        Row{"none", {}, {}, {}},
-        Row{"class", {"class", "Unknown-Tool"}, {}, "Unknown-Tool"},
-        Row{"desktopEntry", {"class", "Painter"}, {}, "The Painter"},
-    };
-    for (const auto& row : rows) {
-        const PaintedWindow painted(rect, 0x336699, row.options);
+    const auto check = [&](const char* name, const QByteArrayList& options, const QByteArray& title,
+                           const QByteArray& application) {
+        SCOPED_TRACE(name);
+        const PaintedWindow painted(rect, 0x336699, options);
         const auto window = listed(painted.id());
-        EXPECT_EQ(window.title.toUtf8(), row.title) << row.name;
-        EXPECT_EQ(window.application.toUtf8(), row.application) << row.name;
-        EXPECT_EQ(window.processID, painted.processID()) << row.name;
-    }
+        EXPECT_EQ(window.title.toUtf8(), title);
+        EXPECT_EQ(window.application.toUtf8(), application);
+        EXPECT_EQ(window.processID, painted.processID());
+    };
+    check("utf8", {"name", "東京 — café", "latin-name", "?"}, "東京 — café", {});
+    check("latin1", {"latin-name", "café"}, "café", {});
+    check("none", {}, {}, {});
+    check("class", {"class", "Unknown-Tool"}, {}, "Unknown-Tool");
+    check("desktopEntry", {"class", "Painter"}, {}, "The Painter");
 }
 
 TEST_F(ListedWindows, whatIsNoNormalWindowIsToldApart)
 {
-    struct Row {
-        const char* name;
-        QByteArrayList options;
-        std::optional<int> layer; ///< None where it isn't listed.
-    };
-    const std::array rows{
-        Row{"normal", {}, 0},
-        Row{"dialog", {"type", "DIALOG"}, 0},
-        Row{"dock", {"type", "DOCK"}, 20},
-        Row{"desktop", {"type", "DESKTOP"}, -1},
-        Row{"toolPalette", {"type", "UTILITY"}, 3},
-        Row{"alwaysOnTop", {"state", "ABOVE"}, 3},
-        Row{"menu", {"unmanaged", "yes"}, std::nullopt},
-    };
-    for (const auto& row : rows) {
-        const PaintedWindow painted(rect, 0x336699, row.options);
+    const auto check = [&](const char* name, const QByteArrayList& options,
+                           std::optional<int> layer) {
+        SCOPED_TRACE(name);
+        const PaintedWindow painted(rect, 0x336699, options);
         std::optional<SharedWindow> window;
         // The window manager applies a state after it has shown the window.
         EXPECT_TRUE(Harness::waitFor([&] {
             window = find(painted.id());
-            return window.has_value() == row.layer.has_value()
-                && (!window || window->layer == *row.layer);
-        })) << row.name;
+            return window.has_value() == layer.has_value() && (!window || window->layer == *layer);
+        }));
         const auto withoutDesktop = windows(Platform::ListedWindows::withoutDesktops);
         const bool isListed = std::ranges::any_of(
             withoutDesktop, [&](const auto& each) { return each.id == painted.id(); });
-        EXPECT_EQ(isListed, row.layer && *row.layer >= 0) << row.name;
-    }
+        EXPECT_EQ(isListed, layer && *layer >= 0);
+    };
+    check("normal", {}, 0);
+    check("dock", {"type", "DOCK"}, 20);
+    check("desktop", {"type", "DESKTOP"}, -1);
+    check("toolPalette", {"type", "UTILITY"}, 3);
+    check("alwaysOnTop", {"state", "ABOVE"}, 3);
+    check("menu", {"unmanaged", "yes"}, std::nullopt);
 }
 
 TEST_F(ListedWindows, aMinimisedWindowIsNeitherListedNorCaptured)
