@@ -74,7 +74,7 @@ Context contextOf(const PageLayout& page, const std::vector<LineReading>& readin
 /// Letters whose capitals look like their small ones, but for the size.
 bool hasAlikeCapital(QChar letter)
 {
-    return QStringLiteral("COSUVWXZ").contains(letter.toUpper());
+    return QStringLiteral("COPSUVWXYZ").contains(letter.toUpper());
 }
 
 /// Whether one shape was read as one letter, or as the same letter in both cases ("Ss", "WwW").
@@ -126,7 +126,7 @@ bool isShortText(const ShortLine& line, const Context& context)
         return confidence >= (isOfContext ? 35 : 60);
     if (std::all_of(symbols.begin(), symbols.end(), isLowerCase))
         return confidence >= 93 && symbols.size() > 1;
-    return confidence >= (isOfContext ? 45 : 75);
+    return confidence >= (isOfContext ? 30 : 75);
 }
 
 bool isText(const ShortLine& line, const Context& context)

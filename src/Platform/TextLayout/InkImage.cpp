@@ -91,31 +91,50 @@ private:
         }
     }
 
-    /// Whether most of @p run is thin, with the same colour above and below.
+    /// Whether @p run is thin in more places than it goes on above or below. Where letters touch
+    /// it, neither can be seen.
     bool isRule(int y, Span run) const
     {
         constexpr int samples = 16;
+        constexpr int fewestThin = 4;
         const int length = run.right - run.left;
         int thin = 0;
-        for (int sample = 0; sample < samples; ++sample)
-            thin += isThinAt(run.left + length * (2 * sample + 1) / (2 * samples), y);
-        return thin * 2 > samples;
+        int open = 0;
+        for (int sample = 0; sample < samples; ++sample) {
+            const int x = run.left + length * (2 * sample + 1) / (2 * samples);
+            thin += isThinAt(x, y);
+            open += goesOnAt(x, y, -1) || goesOnAt(x, y, 1);
+        }
+        return thin > open && thin >= fewestThin;
     }
 
-    bool isThinAt(int x, int y) const
+    bool goesOnAt(int x, int y, int step) const
     {
         const Pixel colour = pixelRow(m_image, y)[x];
-        int above = y - 1;
-        while (above >= 0 && y - above <= thickestRule
-            && channelDistance(pixelRow(m_image, above)[x], colour) <= surfaceStep)
-            --above;
-        int below = y + 1;
-        while (below < m_image.height() && below - above <= thickestRule + 1
-            && channelDistance(pixelRow(m_image, below)[x], colour) <= surfaceStep)
-            ++below;
-        return above >= 0 && below < m_image.height() && below - above - 1 <= thickestRule
-            && channelDistance(pixelRow(m_image, above)[x], pixelRow(m_image, below)[x])
-            <= likeColours;
+        for (int row = y + step; std::abs(row - y) <= thickestRule; row += step)
+            if (row >= 0 && row < m_image.height()
+                && channelDistance(pixelRow(m_image, row)[x], colour) > surfaceStep)
+                return false;
+        return true;
+    }
+
+    /// Whether like colours lie closely above and below, and a clearly different one here. The rows
+    /// between may differ: the upper edge of an underline is often a mixture.
+    bool isThinAt(int x, int y) const
+    {
+        const auto at = [&](int row) { return pixelRow(m_image, row)[x]; };
+        const Pixel colour = at(y);
+        for (int above = y - 1; above >= std::max(0, y - thickestRule); --above) {
+            const int last = std::min(m_image.height() - 1, above + thickestRule + 1);
+            for (int below = y + 1; below <= last; ++below) {
+                const int unlikeness = channelDistance(at(above), at(below));
+                const int contrast = std::min(
+                    channelDistance(at(above), colour), channelDistance(at(below), colour));
+                if (unlikeness <= likeColours && contrast > std::max(surfaceStep, 2 * unlikeness))
+                    return true;
+            }
+        }
+        return false;
     }
 
     /// Marks what is left of a rule that letters cross.

@@ -18,6 +18,7 @@ constexpr int widestPatch = 400;
 constexpr double evenShare = 0.62;
 constexpr int evenStep = 20;
 constexpr int leastMarkHeight = 5; // Pixels.
+/// What fills more of its box is a counter, unless it fills even less of the patch: "5".
 constexpr double mostMarkFill = 0.8;
 constexpr double leastLetterFill = 0.25;
 constexpr double tallerThanLetters = 1.35;
@@ -121,9 +122,10 @@ bool carriesText(const QImage& image, const Patch& patch)
             marks |= QRect(x, y, 1, 1);
         }
     }
-    return area * 2 >= patch.box.width() * patch.box.height() && area - marked >= evenShare * area
+    const double share = 1 - double(marked) / std::max(1, area);
+    return area * 2 >= patch.box.width() * patch.box.height() && share >= evenShare
         && marks.height() >= leastMarkHeight
-        && marked <= mostMarkFill * marks.width() * marks.height();
+        && marked <= std::max(mostMarkFill, share) * marks.width() * marks.height();
 }
 
 std::optional<Patch> patchOf(

@@ -219,7 +219,7 @@ std::vector<std::vector<int>> attachPieces(const Components& components,
 bool isIconBeside(const QRect& box, const TextLine& line, int gap)
 {
     const double ascender = line.baseline - 0.75 * line.letterHeight;
-    return gap >= 0.35 * line.letterHeight && box.width() * 2 >= box.height()
+    return gap >= 0.35 * line.letterHeight && box.width() * 2 > box.height()
         && box.y() <= ascender + 1 && bottomOf(box) >= line.baseline + 0.1 * line.letterHeight;
 }
 
@@ -259,7 +259,7 @@ void takeLowChains(std::vector<TextLine>& lines, std::vector<std::vector<int>>& 
         const TextLine& low = lines[line];
         index.visit(low.box, [&](int other) {
             const TextLine& tall = lines[std::size_t(other)];
-            if (low.box.height() * 2 <= tall.box.height()
+            if (low.box.height() * 2 <= tall.box.height() + 1
                 && tall.components.size() > low.components.size() && belongsTo(low.box, tall))
                 isLow[line] = true;
         });
@@ -361,6 +361,14 @@ bool standIn(const Cells& cells, const std::vector<double>& middles)
     return double(agreeing) >= agreeingShare * double(middles.size());
 }
 
+/// A few letters, such as "{" or "++i)", may all stand above or below their baseline.
+bool areOnOneBaseline(const TextLine& a, const TextLine& b)
+{
+    constexpr std::size_t fewLetters = 4;
+    return std::min(a.components.size(), b.components.size()) <= fewLetters
+        || std::abs(a.baseline - b.baseline) <= 1;
+}
+
 /// Joins lines in a typewriter face that two or three blanks have torn apart, as after a sentence.
 std::vector<TextLine> mergeTypewritten(const Components& components, std::vector<TextLine> lines)
 {
@@ -377,8 +385,8 @@ std::vector<TextLine> mergeTypewritten(const Components& components, std::vector
             && standIn(*cells[line], middles[other]);
     };
     return mergeNeighbours(components, lines, [&](std::size_t a, std::size_t b) {
-        return std::abs(lines[a].baseline - lines[b].baseline) <= 1
-            && areInOneRow(lines[a], lines[b]) && (goesOn(a, b) || goesOn(b, a));
+        return areOnOneBaseline(lines[a], lines[b]) && areInOneRow(lines[a], lines[b])
+            && (goesOn(a, b) || goesOn(b, a));
     });
 }
 

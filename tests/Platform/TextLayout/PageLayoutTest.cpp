@@ -116,6 +116,11 @@ TEST(PageLayoutTest, linesAreWhatWasWritten)
             alone(u"A sentence may stop here.  Others go  on"_qs,
                 {.size = 13, .family = Drawing::mono})),
         std::pair("underlined", alone(linked, {.colour = blue}).fill({50, 92, 176, 1}, blue)),
+        std::pair("underlinedWithASoftEdge",
+            alone(linked, {.colour = blue})
+                .fill({46, 90, 184, 1}, QColor(210, 205, 237))
+                .fill({46, 91, 184, 1}, blue)),
+        std::pair("bracketsApart", alone(u"while (a) {"_qs, {.size = 10, .family = Drawing::mono})),
         std::pair("crossedByARule", alone(linked).fill({0, 92, 500, 1}, Qt::black)),
     };
     for (const auto& [name, page] : pages) {
