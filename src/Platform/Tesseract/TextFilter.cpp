@@ -152,7 +152,8 @@ bool isText(const ShortLine& line, const Context& context)
     return isWordOfContext || confidence >= 45;
 }
 
-/// Of a line of large letters and the smaller ones that lie in it, drops the side that says less.
+/// Of a line of large letters and the smaller ones that lie in it, or around it with their frame,
+/// drops the side that says less.
 void settleOverlaps(
     const PageLayout& page, const std::vector<LineReading>& readings, std::vector<bool>& isKept)
 {
@@ -162,8 +163,10 @@ void settleOverlaps(
         std::vector<std::size_t> smaller;
         double smallerWeight = 0;
         for (std::size_t line = 0; line < page.lines.size(); ++line) {
+            const QRect& box = page.lines[line].box;
             if (!isKept[line] || page.lines[line].level >= page.lines[large].level
-                || !liesMostlyIn(page.lines[line].box, page.lines[large].box))
+                || (!liesMostlyIn(box, page.lines[large].box)
+                    && !liesMostlyIn(page.lines[large].box, box)))
                 continue;
             smaller.push_back(line);
             smallerWeight += weightOf(readings[line]);

@@ -81,10 +81,15 @@ bool isEdge(const QImage& image, const InkImage& ink, std::span<const InkRun> ru
     constexpr int thickestEdge = 3;
     constexpr double unlike = 0.5;
     constexpr double edgeShare = 0.6;
-    const auto edges = std::count_if(runs.begin(), runs.end(), [&](const InkRun& run) {
+    const auto isUnlikeAt = [&](const InkRun& run, int distance) {
         const Pixel* row = pixelRow(image, run.y);
-        return run.right - run.left <= thickestEdge && run.left > 0 && run.right < ink.width()
-            && channelDistance(row[run.left - 1], row[run.right]) >= unlike * peak;
+        return channelDistance(row[run.left - distance], row[run.right + distance - 1])
+            >= unlike * peak;
+    };
+    // Close by there may be the soft edge of a letter's stroke.
+    const auto edges = std::count_if(runs.begin(), runs.end(), [&](const InkRun& run) {
+        return run.right - run.left <= thickestEdge && run.left > 1 && run.right + 1 < ink.width()
+            && isUnlikeAt(run, 1) && isUnlikeAt(run, 2);
     });
     return double(edges) >= edgeShare * double(runs.size());
 }

@@ -214,29 +214,34 @@ std::vector<std::vector<int>> attachPieces(const Components& components,
     return pieces;
 }
 
-/// Whether @p box, at the end of @p line, is an icon: taller than letters on both sides, and
-/// standing off.
-bool isIconBeside(const QRect& box, const TextLine& line, int gap)
+/// Whether @p end, the first or last component of @p line, is an icon: taller than letters on both
+/// sides, standing off, and neither as narrow as a bracket nor a word of letters that touch.
+bool isIconBeside(const Component& end, const TextLine& line, int gap)
 {
+    const QRect& box = end.box;
     const double ascender = line.baseline - 0.75 * line.letterHeight;
-    return gap >= 0.35 * line.letterHeight && box.width() * 2 > box.height()
+    const bool isWord =
+        box.width() > 1.5 * box.height() && end.area < 0.6 * box.width() * box.height();
+    return gap >= 0.35 * line.letterHeight && box.width() * 2 > box.height() && !isWord
         && box.y() <= ascender + 1 && bottomOf(box) >= line.baseline + 0.1 * line.letterHeight;
 }
 
 /// Takes icons off both ends of a line whose components stand from left to right.
 void dropIcons(const Components& components, TextLine& line)
 {
-    const auto boxAt = [&](std::size_t index) {
-        return components.items[std::size_t(line.components[index])].box;
+    const auto at = [&](std::size_t index) -> const Component& {
+        return components.items[std::size_t(line.components[index])];
+    };
+    const auto gapAfter = [&](std::size_t index) {
+        return at(index + 1).box.x() - rightOf(at(index).box);
     };
     constexpr std::size_t fewestLetters = 3;
     const std::size_t before = line.components.size();
-    while (line.components.size() > fewestLetters
-        && isIconBeside(boxAt(0), line, boxAt(1).x() - rightOf(boxAt(0))))
+    while (line.components.size() > fewestLetters && isIconBeside(at(0), line, gapAfter(0)))
         line.components.erase(line.components.begin());
     while (line.components.size() > fewestLetters) {
         const std::size_t last = line.components.size() - 1;
-        if (!isIconBeside(boxAt(last), line, boxAt(last).x() - rightOf(boxAt(last - 1))))
+        if (!isIconBeside(at(last), line, gapAfter(last - 1)))
             break;
         line.components.pop_back();
     }
