@@ -25,6 +25,11 @@ bool haveUprightSides(const ReadSymbol& left, const ReadSymbol& right)
         && !QStringLiteral("fjtvwxyAJTVWXY'\"").contains(right.text.front());
 }
 
+bool isSmallMark(const QString& text)
+{
+    return QStringLiteral(".,:;'`°\"-_~*·^=´’‘“”„–—•").contains(text);
+}
+
 QString textOf(const std::vector<ReadSymbol>& symbols)
 {
     QString text;

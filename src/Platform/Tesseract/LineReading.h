@@ -41,6 +41,10 @@ std::vector<std::span<Symbol>> wordsOf(std::span<Symbol> symbols)
 /// looks narrower than it is: one hangs over it, or leans away from it ("of the", "saw why").
 bool haveUprightSides(const ReadSymbol& left, const ReadSymbol& right);
 
+/// Whether @p text is a dot, a dash, a quotation mark or the like: small, and easily taken for
+/// another one.
+bool isSmallMark(const QString& text);
+
 /// The text of @p symbols, with a blank before each word but the first.
 QString textOf(const std::vector<ReadSymbol>& symbols);
 
