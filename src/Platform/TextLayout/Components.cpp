@@ -124,8 +124,10 @@ Components gather(const InkImage& ink, const std::vector<InkRun>& runs, Disjoint
         addToBox(component, runs[run]);
         ++component.runCount;
         const std::uint8_t* row = ink.row(runs[run].y);
-        component.peak = std::max(
-            component.peak, int(*std::max_element(row + runs[run].left, row + runs[run].right)));
+        for (int x = runs[run].left; x < runs[run].right; ++x) {
+            component.peak = std::max(component.peak, int(row[x]));
+            component.ink += row[x];
+        }
     }
 
     int first = 0;

@@ -4,6 +4,7 @@
 
 #include <QRect>
 
+#include <cstdint>
 #include <span>
 #include <stop_token>
 #include <vector>
@@ -22,6 +23,7 @@ struct Component {
     QRect box; ///< Pixels of the ink image.
     int area = 0; ///< Inked pixels.
     int peak = 0; ///< Its strongest ink.
+    std::int64_t ink = 0; ///< The sum of its ink.
     int firstRun = 0;
     int runCount = 0;
 };

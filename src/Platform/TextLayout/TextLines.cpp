@@ -35,13 +35,22 @@ enum class Shape {
     other, ///< A rule, a frame or a picture.
 };
 
+/// Whether @p component is a filled box, such as a bullet or a cursor. A small "m" may have ink all
+/// over as well, but weak ink between its strokes.
+bool isBlock(const Component& component)
+{
+    const int width = component.box.width();
+    const int height = component.box.height();
+    return std::min(width, height) >= 8 && width < 3 * height && height < 3 * width
+        && component.area >= 0.9 * width * height
+        && double(component.ink) >= 0.75 * component.area * component.peak;
+}
+
 Shape shapeOf(const Component& component)
 {
     const int width = component.box.width();
     const int height = component.box.height();
-    const bool isBlock = std::min(width, height) >= 8 && width < 3 * height && height < 3 * width
-        && component.area >= 0.9 * width * height;
-    if (isBlock)
+    if (isBlock(component))
         return Shape::other;
     if (height > tallestLetter || width > widestLetterShare * height)
         return height < shortestLetter && width <= 40 ? Shape::mark : Shape::other;

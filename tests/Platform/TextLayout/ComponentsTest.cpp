@@ -74,6 +74,7 @@ TEST(ComponentsTest, theyAreThoseOfAFloodFill)
                 EXPECT_EQ(component.box, box);
                 EXPECT_EQ(std::size_t(component.area), pixels.size());
                 EXPECT_EQ(component.peak, 255);
+                EXPECT_EQ(component.ink, 255 * component.area);
                 EXPECT_TRUE(std::is_sorted(pixels.begin(), pixels.end()));
                 found.push_back(std::move(pixels));
             }
