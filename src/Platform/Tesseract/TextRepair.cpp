@@ -139,6 +139,25 @@ void repairControlKey(Word word)
     }
 }
 
+/// "F" before two bars or digits, alone or behind a plus sign, is a function key: "Ctrl+F11".
+void repairFunctionKey(Word word)
+{
+    constexpr std::size_t length = 3;
+    if (word.size() < length
+        || (word.size() > length && first(word[word.size() - length - 1]) != u'+'))
+        return;
+    const Word key = word.last(length);
+    const auto isBar = [](QChar character) { return QStringLiteral("lI|").contains(character); };
+    const QChar tens = first(key[1]);
+    const QChar ones = first(key[2]);
+    if (first(key[0]) != u'F' || !(isBar(tens) || tens == u'1' || tens == u'2')
+        || !(isBar(ones) || ones.isDigit()))
+        return;
+    for (ReadSymbol& symbol : key.subspan(1))
+        if (isBar(first(symbol)))
+            symbol.text = QStringLiteral("1");
+}
+
 /// A capital "I" in the small letters that end the name of a file is an "l": ".xlsx", ".html".
 void repairEnding(Word word)
 {
@@ -194,6 +213,7 @@ void repair(std::vector<ReadSymbol>& symbols)
     for (const Word word : words) {
         repairHexNumbers(word);
         repairControlKey(word);
+        repairFunctionKey(word);
         repairEnding(word);
     }
 }

@@ -38,6 +38,7 @@ TEST(TextRepairTest, screensAreMended)
     check(u"a.xIsx b.htmI"_qs, u"a.xlsx b.html"_qs);
     check(u"Ctri+Shift+S"_qs, u"Ctrl+Shift+S"_qs);
     check(u"Press Ctr| now"_qs, u"Press Ctrl now"_qs);
+    check(u"Ctrl+Fll F1l"_qs, u"Ctrl+F11 F11"_qs);
     check(u"call{a, b)"_qs, u"call(a, b)"_qs);
     check(u"list{0]"_qs, u"list[0]"_qs);
 }
@@ -48,7 +49,7 @@ TEST(TextRepairTest, whatMayBeMeantIsKept)
         {QString(), u"user@example.com"_qs, u"user1@example.com"_qs, u"@media (print)"_qs,
             u"ask @anna2, please"_qs, u"@@ -1,5 +1,7 @@"_qs, u"a | b"_qs, u"Home | About"_qs,
             u"x || yes"_qs, u"end |"_qs, u"{ x }"_qs, u"f({a: [1, 2]});"_qs, u"if (x) {"_qs,
-            u"}); ])"_qs, u"Citrus Ctrip"_qs, u"Illinois"_qs, u"SOS OSLO Isis soil"_qs,
+            u"}); ])"_qs, u"Citrus Ctrip"_qs, u"Illinois Fill"_qs, u"SOS OSLO Isis soil"_qs,
             u"cat log | grep error"_qs, u"home | about"_qs, u"Office365 file2024"_qs,
             u"deadbeef cafe1234"_qs, u"0x1F3A 1e-5"_qs, u"a.isId b.toInt c.Icon"_qs,
             u"1920x1080"_qs, u"+49 30 1234567"_qs, u"v1.2.3-rc10"_qs, u"100 Sols, 10 lbs"_qs})
