@@ -125,11 +125,13 @@ private:
         const auto at = [&](int row) { return pixelRow(m_image, row)[x]; };
         const Pixel colour = at(y);
         for (int above = y - 1; above >= std::max(0, y - thickestRule); --above) {
+            const int step = channelDistance(at(above), colour);
+            if (step <= surfaceStep)
+                continue;
             const int last = std::min(m_image.height() - 1, above + thickestRule + 1);
             for (int below = y + 1; below <= last; ++below) {
                 const int unlikeness = channelDistance(at(above), at(below));
-                const int contrast = std::min(
-                    channelDistance(at(above), colour), channelDistance(at(below), colour));
+                const int contrast = std::min(step, channelDistance(at(below), colour));
                 if (unlikeness <= likeColours && contrast > std::max(surfaceStep, 2 * unlikeness))
                     return true;
             }
