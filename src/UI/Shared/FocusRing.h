@@ -1,0 +1,16 @@
+#pragma once
+
+class QEvent;
+class QPainter;
+class QRectF;
+
+/// What shows where the keyboard is.
+namespace Lumenote::FocusRing {
+
+/// Along the inside of @p rect, whose corners have @p radius.
+void paint(QPainter& painter, const QRectF& rect, double radius);
+
+/// Whether @p event asks if a focused button wants the Space key for itself, which it then gets.
+bool takesSpace(QEvent* event);
+
+} // namespace Lumenote::FocusRing
