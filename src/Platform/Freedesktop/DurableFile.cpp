@@ -1,6 +1,7 @@
 #include "Platform/Freedesktop/DurableFile.h"
 
 #include "Platform/Descriptor.h"
+#include "Platform/DiskSync.h"
 #include "Platform/Freedesktop/SystemError.h"
 
 #include <QRandomGenerator>
@@ -21,15 +22,6 @@ namespace {
 constexpr mode_t privateMode = 0600;
 constexpr auto unfinishedPrefix = ".unfinished-";
 constexpr int nameTries = 100;
-
-bool syncToDisk(int descriptor)
-{
-    int result = 0;
-    do
-        result = fsync(descriptor);
-    while (result != 0 && errno == EINTR);
-    return result == 0;
-}
 
 std::string unfinishedName()
 {
@@ -92,7 +84,7 @@ public:
             else if (count == 0 || errno != EINTR)
                 return false;
         }
-        return syncToDisk(m_file.number());
+        return syncFile(m_file.number());
     }
 
     /// Puts the file in the place of what has that name.
@@ -161,11 +153,6 @@ int store(Draft draft, const QByteArray& bytes, const std::string& name)
 }
 
 } // namespace
-
-bool syncFolder(int folder)
-{
-    return syncToDisk(folder) || errno == EINVAL || errno == EOPNOTSUPP;
-}
 
 Result<void> writeDurableFile(const std::filesystem::path& file, const QByteArray& bytes)
 {

@@ -12,10 +12,6 @@ namespace Platform {
 /// does before the call returns.
 Result<void> writeDurableFile(const std::filesystem::path& file, const QByteArray& bytes);
 
-/// Waits until the names in an open folder are on the disk. Some file systems have no such thing
-/// for folders; then true as well.
-bool syncFolder(int folder);
-
 /// FileSystem::sweepUnfinished(). Leaves alone what a living writer is at.
 void sweepUnfinishedFiles(const std::filesystem::path& folder);
 

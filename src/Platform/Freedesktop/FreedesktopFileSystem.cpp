@@ -1,6 +1,7 @@
 #include "Platform/Freedesktop/FreedesktopFileSystem.h"
 
 #include "Platform/Descriptor.h"
+#include "Platform/DiskSync.h"
 #include "Platform/Freedesktop/DurableFile.h"
 #include "Platform/Freedesktop/LockFileClaim.h"
 #include "Platform/Freedesktop/SystemError.h"
