@@ -64,7 +64,8 @@ struct World {
     {
         return std::all_of(
             history->entries().cbegin(), history->entries().cend(), [](const auto& entry) {
-                return entry.isStored && (!entry.model || entry.isTextStored);
+                return entry.isStored && !entry.thumbnail.isNull()
+                    && (!entry.model || entry.isTextStored);
             });
     }
 

@@ -47,7 +47,7 @@ bool AnnotationEdits::endGesture()
 
 bool AnnotationEdits::undo()
 {
-    if (m_undoStack.isEmpty())
+    if (m_editBaseline || m_undoStack.isEmpty())
         return false;
     m_redoStack.append(m_annotations);
     m_annotations = m_undoStack.takeLast();
@@ -56,7 +56,7 @@ bool AnnotationEdits::undo()
 
 bool AnnotationEdits::redo()
 {
-    if (m_redoStack.isEmpty())
+    if (m_editBaseline || m_redoStack.isEmpty())
         return false;
     pushUndo(m_annotations);
     m_annotations = m_redoStack.takeLast();

@@ -37,7 +37,8 @@ public:
     /// Closes the gesture; true when it changed something and so made an undo step.
     bool endGesture();
 
-    /// False, and nothing changes, where there is nothing to undo or redo.
+    /// False, and nothing changes, where there is nothing to undo or redo, and in the middle of a
+    /// gesture, whose step would come to lie behind what was undone.
     bool undo();
     bool redo();
 

@@ -18,7 +18,8 @@ namespace {
 
 using Entry = CaptureHistory::Entry;
 
-constexpr int thumbnailLongEdge = 200;
+/// Far more than a disk that answers takes for a picture.
+constexpr std::chrono::seconds savingLimit(10);
 const std::filesystem::path noFile;
 
 template <typename Result>
@@ -58,11 +59,12 @@ QSet<QUuid> idsOf(const QList<Entry>& entries)
     return ids;
 }
 
-/// Whether the model holds something that exists nowhere else.
+/// Whether the model holds, or has yet to make, something that exists nowhere else.
 bool isModelNeeded(const Entry& entry)
 {
     const bool isCapture = !entry.sourceURL;
-    return entry.model->hasUnsavedWork() || (isCapture && !entry.isStored)
+    return entry.thumbnail.isNull() || entry.model->hasUnsavedWork()
+        || (isCapture && !entry.isStored)
         || (isCapture && !entry.isTextStored && !entry.model->lines().isEmpty());
 }
 
@@ -79,6 +81,17 @@ CaptureHistory::CaptureHistory(CaptureStore store, WorkbenchModel::Services serv
     : m_store(std::move(store))
     , m_services(std::move(services))
 {
+}
+
+CaptureHistory::~CaptureHistory()
+{
+    finishWriting();
+}
+
+void CaptureHistory::finishWriting()
+{
+    m_io.finish();
+    m_services.saves->finish(savingLimit);
 }
 
 const Entry* CaptureHistory::current() const
@@ -102,7 +115,7 @@ Entry CaptureHistory::record(const std::shared_ptr<WorkbenchModel>& model,
         .sourceURL = source,
         .isStored = false,
         .isTextStored = false,
-        .thumbnail = model->thumbnail(thumbnailLongEdge),
+        .thumbnail = model->thumbnail(WorkbenchModel::longestThumbnail),
         .capturedAt = nextCaptureDate(),
         .pixelSize = model->pixelSize(),
         .model = model};
@@ -112,6 +125,7 @@ Entry CaptureHistory::record(const std::shared_ptr<WorkbenchModel>& model,
     }
     m_entries.prepend(entry);
     observeProcessedText(entry);
+    observeDisplay(entry);
     setCurrent(entry.id);
     trimToLimit();
     emit entriesChanged();
@@ -274,6 +288,23 @@ void CaptureHistory::markTextStored(const QUuid& id)
     if (auto* const entry = find(id))
         entry->isTextStored = true;
     releaseIdleModels();
+}
+
+void CaptureHistory::observeDisplay(const Entry& entry)
+{
+    connect(entry.model.get(), &WorkbenchModel::displayChanged, this,
+        [this, id = entry.id] { takeThumbnail(id); });
+}
+
+void CaptureHistory::takeThumbnail(const QUuid& id)
+{
+    auto* const entry = find(id);
+    if (!entry || !entry->model)
+        return;
+    const auto thumbnail = entry->model->thumbnail(WorkbenchModel::longestThumbnail);
+    entry->thumbnail = thumbnail.isNull() ? blankThumbnail() : thumbnail;
+    releaseIdleModels();
+    emit entriesChanged();
 }
 
 void CaptureHistory::setCurrent(const QUuid& id)

@@ -36,7 +36,7 @@ public:
         std::optional<std::filesystem::path> sourceURL; ///< Of an opened image only.
         bool isStored = false; ///< The image is known to be whole on disk.
         bool isTextStored = false; ///< The recognised text is known to be on disk.
-        QImage thumbnail; ///< At most 200 pixels long.
+        QImage thumbnail; ///< At most 200 pixels long, to be painted; null until it is made.
         QDateTime capturedAt; ///< UTC; newer than the entry recorded before.
         QSize pixelSize;
         std::shared_ptr<WorkbenchModel> model; ///< None while released.
@@ -57,6 +57,7 @@ public:
     static constexpr qsizetype residentModels = 6; ///< So many of the newest keep their models.
 
     CaptureHistory(CaptureStore store, WorkbenchModel::Services services);
+    ~CaptureHistory() override;
 
     const QList<Entry>& entries() const { return m_entries; }
     const std::optional<QUuid>& currentID() const { return m_currentID; }
@@ -76,8 +77,9 @@ public:
     /// once where it wasn't.
     QFuture<Selection> select(const QUuid& id);
 
-    /// Comes back once all that is to be written so far is on disk.
-    void finishWriting() { m_io.finish(); }
+    /// Comes back once all that is to be written so far is on disk, images that are saved elsewhere
+    /// included; of those the log tells what couldn't be saved, or not soon.
+    void finishWriting();
 
     /// Removes an entry, and moves its file to the trash. An opened image's own file stays.
     void deleteEntry(const QUuid& id);
@@ -98,6 +100,8 @@ private:
     void markStored(const QUuid& id);
     void forgetFile(const QUuid& id);
     void observeProcessedText(const Entry& entry);
+    void observeDisplay(const Entry& entry);
+    void takeThumbnail(const QUuid& id);
     void storeText(const StoredText& text, const QUuid& id);
     void markTextStored(const QUuid& id);
     void setCurrent(const QUuid& id);

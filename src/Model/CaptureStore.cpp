@@ -1,6 +1,7 @@
 #include "Model/CaptureStore.h"
 
 #include "Log.h"
+#include "Model/DisplayImage.h"
 #include "Model/PointSize.h"
 #include "Platform/Bundle.h"
 #include "Platform/ImageDecoder.h"
@@ -164,7 +165,7 @@ QList<CaptureStore::Stored> CaptureStore::load(int limit) const
             .capturedAt = identity.capturedAt,
             .pixelSize = surveys[i]->pixelSize,
             .pointSize = pointSize(surveys[i]->pixelSize, surveys[i]->dotsPerInch),
-            .thumbnail = surveys[i]->thumbnail});
+            .thumbnail = DisplayImage::from(surveys[i]->thumbnail)});
     }
     return stored;
 }

@@ -36,7 +36,8 @@ public:
         QDateTime capturedAt;
         QSize pixelSize;
         QSizeF pointSize;
-        QImage thumbnail; ///< At most 200 pixels on the long edge; null if it could not be made.
+        /// At most 200 pixels on the long edge, in sRGB; null if it could not be made.
+        QImage thumbnail;
     };
 
     struct FullImage {

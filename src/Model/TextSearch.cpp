@@ -1,6 +1,11 @@
 #include "Model/TextSearch.h"
 
+#include <QHash>
+#include <QStringView>
+#include <QTextBoundaryFinder>
+
 #include <algorithm>
+#include <utility>
 
 namespace Lumenote::TextSearch {
 
@@ -26,17 +31,106 @@ QString folded(const QString& text)
     return letters.normalized(QString::NormalizationForm_C).toUpper();
 }
 
+bool isAscii(const QString& text)
+{
+    return std::all_of(
+        text.cbegin(), text.cend(), [](QChar character) { return character.unicode() < 0x80; });
+}
+
+qsizetype endOf(const Range& range)
+{
+    return range.position + range.length;
+}
+
 } // namespace
 
-QStringList linesMatching(const QStringList& lines, const QString& query)
+/// Folds what a reader takes for one character. Most are a single unit, of which a page has few
+/// different ones.
+class Index::CharacterFolder {
+public:
+    const QString& folded(QStringView character)
+    {
+        if (character.size() != 1)
+            return m_several = TextSearch::folded(character.toString());
+        const auto unit = character.front().unicode();
+        auto known = m_single.find(unit);
+        if (known == m_single.end())
+            known = m_single.insert(unit, TextSearch::folded(character.toString()));
+        return *known;
+    }
+
+private:
+    QHash<char16_t, QString> m_single;
+    QString m_several;
+};
+
+Index::Index(const QStringList& lines)
+    : m_lines(lines)
 {
-    if (query.isEmpty())
-        return lines;
+}
+
+QList<Match> Index::matches(const QString& query)
+{
     const auto wanted = folded(query);
-    QStringList matching;
-    std::copy_if(lines.cbegin(), lines.cend(), std::back_inserter(matching),
-        [&wanted](const QString& line) { return folded(line).contains(wanted); });
-    return matching;
+    if (!wanted.isEmpty() && m_folded.isEmpty())
+        fold();
+    QList<Match> matches;
+    for (qsizetype row = 0; row < m_lines.size(); ++row) {
+        auto ranges = wanted.isEmpty() ? QList<Range>() : m_folded.at(row).rangesOf(wanted);
+        if (wanted.isEmpty() || !ranges.isEmpty())
+            matches.append(Match{.row = row, .ranges = std::move(ranges)});
+    }
+    return matches;
+}
+
+void Index::fold()
+{
+    CharacterFolder folder;
+    m_folded.reserve(m_lines.size());
+    for (const auto& line : std::as_const(m_lines))
+        m_folded.append(isAscii(line) ? FoldedLine{.text = line.toUpper(), .sources = {}}
+                                      : FoldedLine::byCharacters(line, folder));
+}
+
+Index::FoldedLine Index::FoldedLine::byCharacters(const QString& line, CharacterFolder& folder)
+{
+    FoldedLine result;
+    result.text.reserve(line.size());
+    result.sources.reserve(line.size());
+    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, line);
+    qsizetype start = 0;
+    for (auto end = finder.toNextBoundary(); end >= 0; end = finder.toNextBoundary()) {
+        const auto& letters = folder.folded(QStringView(line).sliced(start, end - start));
+        result.text += letters;
+        for (qsizetype count = 0; count < letters.size(); ++count)
+            result.sources.append({.position = start, .length = end - start});
+        start = end;
+    }
+    return result;
+}
+
+QList<Range> Index::FoldedLine::rangesOf(const QString& wanted) const
+{
+    QList<Range> ranges;
+    for (auto start = text.indexOf(wanted); start >= 0;
+         start = text.indexOf(wanted, start + wanted.size())) {
+        Range range{.position = start, .length = wanted.size()};
+        if (!sources.isEmpty()) {
+            range.position = sources.at(start).position;
+            range.length = endOf(sources.at(start + wanted.size() - 1)) - range.position;
+        }
+        // Two may share a character that is several letters.
+        if (!ranges.isEmpty() && range.position < endOf(ranges.constLast()))
+            ranges.last().length = endOf(range) - ranges.constLast().position;
+        else
+            ranges.append(range);
+    }
+    return ranges;
+}
+
+QList<Match> matches(const QStringList& lines, const QString& query)
+{
+    return Index(lines).matches(query);
 }
 
 qsizetype wordCount(const QString& line)

@@ -1,21 +1,13 @@
 #include "Model/WorkbenchModel.h"
 
-#include "Model/TextSearch.h"
 #include "OCR/OCRService.h"
 #include "Platform/Tasks.h"
 
-#include <QColorSpace>
-
-#include <algorithm>
-#include <cmath>
-#include <numeric>
 #include <utility>
 
 namespace Lumenote {
 
 namespace {
-
-constexpr int backdropLongEdge = 64;
 
 QSizeF sizeInPoints(const QSizeF& pointSize, const QSize& pixelSize)
 {
@@ -30,6 +22,7 @@ std::shared_ptr<WorkbenchModel> WorkbenchModel::create(const QImage& image, cons
     if (image.isNull())
         return nullptr;
     std::shared_ptr<WorkbenchModel> model(new WorkbenchModel(image, pointSize, services));
+    model->prepareDisplay();
     if (storedText)
         model->adopt(*storedText);
     else
@@ -59,33 +52,12 @@ WorkbenchModel::~WorkbenchModel()
     m_recognition.request_stop();
 }
 
-QImage WorkbenchModel::thumbnail(int longEdge) const
-{
-    const QSizeF size = m_image.size();
-    const auto scale = std::min(longEdge / std::max(size.width(), size.height()), 1.0);
-    const auto side = [scale](double pixels) {
-        return std::max(static_cast<int>(std::lround(pixels * scale)), 1);
-    };
-    auto thumbnail = m_image.scaled(
-        side(size.width()), side(size.height()), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-    if (thumbnail.colorSpace().isValid())
-        thumbnail.convertToColorSpace(QColorSpace::SRgb);
-    thumbnail.convertTo(QImage::Format_ARGB32_Premultiplied);
-    return thumbnail;
-}
-
-const QImage& WorkbenchModel::backdropImage() const
-{
-    if (m_backdropImage.isNull())
-        m_backdropImage = thumbnail(backdropLongEdge);
-    return m_backdropImage;
-}
-
 void WorkbenchModel::setTextQuery(const QString& query)
 {
     if (query == m_textQuery)
         return;
     m_textQuery = query;
+    m_matches = m_index.matches(query);
     emit textQueryChanged();
 }
 
@@ -93,7 +65,11 @@ QString WorkbenchModel::visibleText() const
 {
     if (m_textQuery.isEmpty())
         return m_displayText;
-    return TextSearch::linesMatching(m_visibleLines, m_textQuery).join(u'\n');
+    QStringList lines;
+    lines.reserve(m_matches.size());
+    for (const auto& match : m_matches)
+        lines.append(m_visibleLines.at(match.row));
+    return lines.join(u'\n');
 }
 
 void WorkbenchModel::setPendingTextReveal(bool isPending)
@@ -118,6 +94,7 @@ void WorkbenchModel::adopt(const StoredText& text)
             {.text = line.text, .boundingBox = QRectF(line.x, line.y, line.width, line.height)});
     m_isRecognizing = false;
     setLines(lines);
+    m_pendingTextReveal = !lines.isEmpty();
 }
 
 void WorkbenchModel::startRecognition()
@@ -153,8 +130,12 @@ void WorkbenchModel::takeResult(const OCRResult& result, int generation)
     m_isRecognizing = false;
     m_awaitingModels = false;
     m_recognitionFailed = result.interrupted;
-    emit recognitionChanged();
     setLines(result.lines);
+    const bool wasPending = std::exchange(m_pendingTextReveal, !result.lines.isEmpty());
+    emit recognitionChanged();
+    emit textChanged();
+    if (m_pendingTextReveal != wasPending)
+        emit pendingTextRevealChanged();
     if (!result.interrupted && m_onProcessedTextChanged)
         m_onProcessedTextChanged(processedText());
 }
@@ -169,8 +150,8 @@ void WorkbenchModel::setLines(const QList<OCRLine>& lines)
         m_visibleWordCount += TextSearch::wordCount(line.text);
     }
     m_displayText = m_visibleLines.join(u'\n');
-    emit textChanged();
-    setPendingTextReveal(!lines.isEmpty());
+    m_index = TextSearch::Index(m_visibleLines);
+    m_matches = m_index.matches(m_textQuery);
 }
 
 StoredText WorkbenchModel::processedText() const

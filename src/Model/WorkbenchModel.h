@@ -1,10 +1,15 @@
 #pragma once
 
 #include "Model/AnnotationEdits.h"
+#include "Model/FinalImage.h"
+#include "Model/ImageCopies.h"
+#include "Model/ImageSaves.h"
 #include "Model/StoredText.h"
+#include "Model/TextSearch.h"
 #include "OCR/OCRResult.h"
 
 #include <QDateTime>
+#include <QFuture>
 #include <QImage>
 #include <QObject>
 #include <QStringList>
@@ -28,16 +33,17 @@ class OCRService;
 
 /// What a drag carries into another program.
 struct DraggableImage {
-    QByteArray png;
+    QFuture<FinalImage::Png> png; ///< May still be in the making.
     QString name; ///< A file name.
-    QImage thumbnail; ///< The capture without its annotations.
+    QImage thumbnail; ///< The capture without its annotations; null until it is displayed.
 };
 
 /// The document of one capture: its bitmap, the text read from it, the annotations on it, and what
 /// the user is told in passing. Shared by its entry in the history and the window that shows it.
 ///
-/// Main thread only; recognition and the writing of a saved file run elsewhere and come back as
-/// signals. A model that goes away takes its recognition with it.
+/// Main thread only; recognition, and everything that goes over all pixels, runs elsewhere and
+/// comes back as signals and futures. A model that goes away takes its recognition with it, but
+/// what was copied or saved before is still carried out.
 class WorkbenchModel : public QObject {
     Q_OBJECT
 public:
@@ -46,6 +52,8 @@ public:
         OCRService* ocr = nullptr;
         Platform::Pasteboard* pasteboard = nullptr;
         Platform::SavePanel* savePanel = nullptr;
+        std::shared_ptr<ImageCopies> copies = std::make_shared<ImageCopies>();
+        std::shared_ptr<ImageSaves> saves = std::make_shared<ImageSaves>();
         std::function<QDateTime()> now = [] { return QDateTime::currentDateTimeUtc(); };
         std::chrono::milliseconds slowRecognition{1200}; ///< Told as waiting for models from then.
         std::chrono::milliseconds messageDuration{1100};
@@ -59,15 +67,23 @@ public:
 
     ~WorkbenchModel() override;
 
+    /// The capture as it came, in its own colour space: for export, not to be painted.
     const QImage& image() const { return m_image; }
     QSize pixelSize() const { return m_image.size(); }
     QSizeF pointSize() const { return m_pointSize; }
 
-    /// The capture without annotations, at most @p longEdge pixels long and never enlarged, in
-    /// sRGB.
+    // What is shown, without annotations: in sRGB, and in a format that is painted fast
+
+    /// At full size. Shares the capture's pixels where they can be painted as they are; otherwise
+    /// null until displayChanged().
+    const QImage& displayImage() const { return m_displayImage; }
+    /// At most @p longEdge pixels long, and at most `longestThumbnail`; never enlarged. Null until
+    /// displayChanged().
     QImage thumbnail(int longEdge) const;
-    /// For a blurred backdrop: a thumbnail of 64 pixels, made on first use.
-    const QImage& backdropImage() const;
+    /// For a blurred backdrop: a thumbnail of 64 pixels. Null until displayChanged().
+    const QImage& backdropImage() const { return m_backdropImage; }
+
+    static constexpr int longestThumbnail = 200;
 
     // Text
 
@@ -78,7 +94,9 @@ public:
     const QString& displayText() const { return m_displayText; } ///< All of it as one string.
     const QString& textQuery() const { return m_textQuery; } ///< The filter the user typed.
     void setTextQuery(const QString& query);
-    /// What the filter leaves, as one string.
+    /// What the filter leaves of `visibleLines`; changes with either.
+    const QList<TextSearch::Match>& matches() const { return m_matches; }
+    /// The same as one string.
     QString visibleText() const;
 
     bool isRecognizing() const { return m_isRecognizing; }
@@ -120,31 +138,35 @@ public:
     void updateAnnotation(const Annotation& annotation);
     void endAnnotationEdit();
     void deleteSelectedAnnotation();
+    /// These two do nothing in the middle of an edit.
     void undo();
     void redo();
 
-    // Output
+    // Output: of the finished image, the capture with its annotations as they are at the call
 
-    /// The capture with its annotations at full size; null when it can't be made. Kept until the
-    /// annotations change.
-    QImage renderFinalImage();
-    /// Gives up what rendering and encoding kept.
+    /// Gives up the finished image, which is otherwise kept until the annotations change.
     void releaseCaches();
 
-    bool copyImage();
+    /// Answers whether the pasteboard has it; it hasn't where something newer was copied while the
+    /// image was made.
+    QFuture<bool> copyImage();
+    /// At once; nothing where the image can't even be begun.
     std::optional<DraggableImage> draggableImage();
     bool copyText(bool asCodeBlock); ///< What the filter leaves.
     bool copyRecognizedText(); ///< All of it, whatever the filter.
     bool copyText(const QStringList& lines);
-    /// Asks where to, and then writes in the background.
+    /// Asks where to, and then writes in the background the image as it is at the answer.
     void saveImage();
 
     /// @p text as a Markdown code block, whatever backticks it has itself.
     static QString fenced(const QString& text);
 
     const std::optional<QString>& statusMessage() const { return m_statusMessage; }
+    /// Tells the user something in passing.
+    void flash(const QString& message);
 
 signals:
+    void displayChanged(); ///< All that is shown is there; once for each model.
     void textChanged(); ///< Lines, and all that follows from them.
     void textQueryChanged();
     void recognitionChanged();
@@ -156,7 +178,12 @@ signals:
     void statusMessageChanged();
 
 private:
+    struct Display;
+
     WorkbenchModel(const QImage& image, const QSizeF& pointSize, Services services);
+
+    void prepareDisplay();
+    void takeDisplay(const Platform::Result<Display>& display);
 
     void adopt(const StoredText& text);
     void takeResult(const OCRResult& result, int generation);
@@ -165,22 +192,27 @@ private:
 
     void annotationsWereAssigned();
 
-    std::optional<QByteArray> pngData(const QImage& image);
+    const FinalImage& finalImage();
     bool copy(const QString& text, const QString& message);
     void write(const std::filesystem::path& path);
+    void tellCopied(ImageCopies::Outcome outcome);
+    void tellSaved(const Platform::Result<void>& saved, const FinalImage& image);
     QString suggestedName() const;
-    void flash(const QString& message);
 
     const QImage m_image;
     const QSizeF m_pointSize;
     const Services m_services;
-    mutable QImage m_backdropImage;
+    QImage m_displayImage;
+    QImage m_preview; ///< The largest thumbnail.
+    QImage m_backdropImage;
 
     QList<OCRLine> m_lines;
     QStringList m_visibleLines;
     qsizetype m_visibleWordCount = 0;
     QString m_displayText;
     QString m_textQuery;
+    TextSearch::Index m_index; ///< Of the visible lines.
+    QList<TextSearch::Match> m_matches;
     bool m_pendingTextReveal = false;
 
     bool m_isRecognizing = true;
@@ -197,8 +229,7 @@ private:
     std::optional<CanvasTool> m_activeTool;
     std::optional<QUuid> m_selectedAnnotationID;
 
-    QImage m_renderCache;
-    std::optional<QByteArray> m_pngCache;
+    FinalImage m_finalImage; ///< None until it is wanted.
     std::optional<QString> m_statusMessage;
     QTimer m_statusTimer;
 };

@@ -1,12 +1,8 @@
 // What leaves a WorkbenchModel: the finished image and the text, copied, saved or dragged.
 
 #include "Model/WorkbenchModel.h"
-#include "Platform/Documents.h"
-#include "Platform/Pasteboard.h"
-#include "Platform/PngEncoder.h"
 #include "Platform/SavePanel.h"
 #include "Platform/Tasks.h"
-#include "Rendering/LumenoteRenderer.h"
 
 #include <QPointer>
 
@@ -16,54 +12,62 @@ namespace Lumenote {
 
 namespace {
 
-/// One pixel a point: annotations and all, the image is as large as it is.
-constexpr double exportDotsPerInch = 72;
 constexpr int dragThumbnailLongEdge = 160;
 
 } // namespace
 
-QImage WorkbenchModel::renderFinalImage()
-{
-    if (m_renderCache.isNull())
-        m_renderCache = LumenoteRenderer::render(m_image, pixelSize(), annotations());
-    return m_renderCache;
-}
-
 void WorkbenchModel::releaseCaches()
 {
-    m_renderCache = {};
-    m_pngCache.reset();
+    m_finalImage = {};
 }
 
-std::optional<QByteArray> WorkbenchModel::pngData(const QImage& image)
+/// Begun anew where it failed, since memory may have become free.
+const FinalImage& WorkbenchModel::finalImage()
 {
-    if (!m_pngCache && !image.isNull())
-        if (const auto png = Platform::encodePng(image, exportDotsPerInch))
-            m_pngCache = *png;
-    return m_pngCache;
+    if (m_finalImage.isNone() || m_finalImage.hasFailed())
+        m_finalImage = FinalImage(m_image, annotations());
+    return m_finalImage;
 }
 
-bool WorkbenchModel::copyImage()
+QFuture<bool> WorkbenchModel::copyImage()
 {
-    const auto png = pngData(renderFinalImage());
-    if (!png) {
+    return m_services.copies->copy(
+        finalImage(), *m_services.pasteboard, [model = QPointer(this)](auto outcome) {
+            if (model)
+                model->tellCopied(outcome);
+        });
+}
+
+void WorkbenchModel::tellCopied(ImageCopies::Outcome outcome)
+{
+    switch (outcome) {
+    case ImageCopies::Outcome::copied:
+        flash(tr("Image copied"));
+        break;
+    case ImageCopies::Outcome::unmade:
         flash(tr("Couldn't prepare the image"));
-        return false;
+        break;
+    case ImageCopies::Outcome::refused:
+        flash(tr("Couldn't copy the image"));
+        break;
+    case ImageCopies::Outcome::overtaken: // What came later has its own message.
+        break;
     }
-    const bool isCopied = m_services.pasteboard->setPng(*png);
-    flash(isCopied ? tr("Image copied") : tr("Couldn't copy the image"));
-    return isCopied;
 }
 
 std::optional<DraggableImage> WorkbenchModel::draggableImage()
 {
-    const auto png = pngData(renderFinalImage());
-    if (!png) {
+    const auto& image = finalImage();
+    if (image.hasFailed()) {
         flash(tr("Couldn't prepare the image"));
         return std::nullopt;
     }
+    Platform::whenFinished(image.png(), this, [this](const FinalImage::Png& png) {
+        if (!png)
+            flash(tr("Couldn't prepare the image"));
+    });
     return DraggableImage{
-        .png = *png, .name = suggestedName(), .thumbnail = thumbnail(dragThumbnailLongEdge)};
+        .png = image.png(), .name = suggestedName(), .thumbnail = thumbnail(dragThumbnailLongEdge)};
 }
 
 bool WorkbenchModel::copyText(bool asCodeBlock)
@@ -98,7 +102,7 @@ bool WorkbenchModel::copyText(const QStringList& lines)
 
 bool WorkbenchModel::copy(const QString& text, const QString& message)
 {
-    const bool isCopied = m_services.pasteboard->setText(text);
+    const bool isCopied = m_services.copies->copy(text, *m_services.pasteboard);
     flash(isCopied ? message : tr("Couldn't copy the text"));
     return isCopied;
 }
@@ -114,21 +118,21 @@ void WorkbenchModel::saveImage()
 
 void WorkbenchModel::write(const std::filesystem::path& path)
 {
-    const auto image = renderFinalImage();
-    if (image.isNull()) {
+    const auto image = finalImage();
+    Platform::whenFinished(m_services.saves->save(image, path), this,
+        [this, image](const Platform::Result<void>& saved) { tellSaved(saved, image); });
+}
+
+void WorkbenchModel::tellSaved(const Platform::Result<void>& saved, const FinalImage& image)
+{
+    if (saved)
+        flash(tr("Saved"));
+    else if (!image.hasFailed())
+        flash(tr("Couldn't save: ") + saved.error().message);
+    else if (FinalImage::isUnrendered(saved.error()))
         flash(tr("Couldn't prepare the image"));
-        return;
-    }
-    const auto png = pngData(image);
-    if (!png) {
+    else
         flash(tr("Couldn't encode the PNG"));
-        return;
-    }
-    const auto written =
-        Platform::startTask<void>([path, png = *png] { return Platform::saveDocument(path, png); });
-    Platform::whenFinished(written, this, [this](const Platform::Result<void>& result) {
-        flash(result ? tr("Saved") : tr("Couldn't save: ") + result.error().message);
-    });
 }
 
 QString WorkbenchModel::suggestedName() const

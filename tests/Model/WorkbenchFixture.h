@@ -41,6 +41,11 @@ protected:
         return model;
     }
 
+    static bool waitUntilDisplayed(const Lumenote::WorkbenchModel& model)
+    {
+        return Harness::waitFor([&model] { return !model.backdropImage().isNull(); });
+    }
+
     static bool waitUntilRead(const Lumenote::WorkbenchModel& model)
     {
         return Harness::waitFor([&model] { return !model.isRecognizing(); });

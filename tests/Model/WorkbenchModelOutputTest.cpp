@@ -1,3 +1,5 @@
+#include "Fakes/FakeSystemLog.h"
+#include "Fakes/ThreadShortage.h"
 #include "Model/WorkbenchFixture.h"
 
 #include <QFile>
@@ -14,6 +16,23 @@ protected:
         return model.statusMessage().value_or(QString());
     }
 
+    static Annotation censor(AnnotationTool tool, QPointF start, QPointF end)
+    {
+        return {.tool = tool, .start = start, .end = end};
+    }
+
+    static bool answer(const QFuture<bool>& copied)
+    {
+        EXPECT_TRUE(Harness::waitForFinished(copied));
+        return copied.result();
+    }
+
+    static QByteArray bytes(const QFuture<FinalImage::Png>& png)
+    {
+        EXPECT_TRUE(Harness::waitForFinished(png));
+        return png.result().value_or(QByteArray());
+    }
+
 public:
     const std::shared_ptr<WorkbenchModel> model =
         makeModel(storedText({u"alpha"_qs, u"beta"_qs, u"gamma"_qs}));
@@ -21,10 +40,9 @@ public:
 
 TEST_F(WorkbenchModelOutput, copiesTheFinishedImageAlone)
 {
-    model->addAnnotation(
-        {.tool = AnnotationTool::blackout, .start = QPointF(10, 10), .end = QPointF(90, 90)});
+    model->addAnnotation(censor(AnnotationTool::blackout, {10, 10}, {90, 90}));
     pasteboard.text = u"before"_qs;
-    ASSERT_TRUE(model->copyImage());
+    ASSERT_TRUE(answer(model->copyImage()));
     EXPECT_EQ(message(*model), u"Image copied"_qs);
     EXPECT_EQ(pasteboard.text, QString());
     const auto copied = QImage::fromData(pasteboard.png, "PNG");
@@ -34,11 +52,70 @@ TEST_F(WorkbenchModelOutput, copiesTheFinishedImageAlone)
     EXPECT_EQ(copied.dotsPerMeterX(), 2835); // 72 dots an inch.
 }
 
+TEST_F(WorkbenchModelOutput, aCopyIsAsTheImageWasAtTheCommand)
+{
+    const auto color = [this] { return QImage::fromData(pasteboard.png).pixelColor(50, 50); };
+    const auto before = model->copyImage();
+    model->addAnnotation(censor(AnnotationTool::blackout, {10, 10}, {90, 90}));
+    ASSERT_TRUE(answer(before));
+    EXPECT_EQ(color(), QColor(Qt::darkCyan));
+    ASSERT_TRUE(answer(model->copyImage()));
+    EXPECT_EQ(color(), QColor(Qt::black));
+}
+
+TEST_F(WorkbenchModelOutput, whatIsCopiedLastStaysOnThePasteboard)
+{
+    const auto small = makeModel(storedText({}), picture({1, 1}));
+    const auto large = makeModel(storedText({u"text"_qs}), picture({4000, 3000}));
+    const auto overtaken = large->copyImage();
+    EXPECT_TRUE(answer(small->copyImage()));
+    EXPECT_TRUE(Harness::waitForFinished(overtaken));
+    EXPECT_EQ(QImage::fromData(pasteboard.png).size(), QSize(1, 1));
+
+    const auto behindText = large->copyImage();
+    EXPECT_TRUE(large->copyText(false));
+    EXPECT_FALSE(answer(behindText));
+    EXPECT_EQ(pasteboard.text, u"text"_qs);
+    EXPECT_EQ(message(*large), u"Text copied"_qs);
+}
+
+TEST_F(WorkbenchModelOutput, whatWasCopiedArrivesAlsoWhenItsModelIsGone)
+{
+    const auto copied = makeModel(storedText({}), picture({30, 20}))->copyImage();
+    EXPECT_TRUE(answer(copied));
+    EXPECT_EQ(QImage::fromData(pasteboard.png).size(), QSize(30, 20));
+}
+
+TEST_F(WorkbenchModelOutput, oneEncodingServesAllUntilTheAnnotationsChange)
+{
+    ASSERT_TRUE(answer(model->copyImage()));
+    const auto* const copied = pasteboard.png.constData();
+    EXPECT_EQ(model->draggableImage()->png.result()->constData(), copied);
+    model->addAnnotation(censor(AnnotationTool::blackout, {10, 10}, {90, 90}));
+    EXPECT_NE(bytes(model->draggableImage()->png), pasteboard.png);
+}
+
+TEST_F(WorkbenchModelOutput, anImageThatCannotBeMadeIsTold)
+{
+    const auto check = [this](const std::function<void()>& command) {
+        {
+            const Fakes::ThreadShortage shortage;
+            command();
+        }
+        EXPECT_TRUE(Harness::waitFor(
+            [this] { return message(*model) == u"Couldn't prepare the image"_qs; }));
+        model->flash({});
+    };
+    check([this] { model->copyImage(); });
+    check([this] { EXPECT_FALSE(model->draggableImage()); });
+    EXPECT_TRUE(answer(model->copyImage())) << "once that is over";
+}
+
 TEST_F(WorkbenchModelOutput, refusedCopiesAreTold)
 {
     pasteboard.refuses = true;
     model->setPendingTextReveal(false);
-    EXPECT_FALSE(model->copyImage());
+    EXPECT_FALSE(answer(model->copyImage()));
     EXPECT_EQ(message(*model), u"Couldn't copy the image"_qs);
     for (const bool asCodeBlock : {false, true}) {
         EXPECT_FALSE(model->copyText(asCodeBlock));
@@ -114,19 +191,19 @@ TEST_F(WorkbenchModelOutput, aNewerMessageStaysItsFullTime)
     QStringList shown;
     QObject::connect(brief.get(), &WorkbenchModel::statusMessageChanged, brief.get(),
         [&] { shown.append(message(*brief)); });
-    brief->copyImage();
+    brief->flash(u"older"_qs);
     brief->copyText(false);
     EXPECT_TRUE(Harness::waitFor([&] { return !brief->statusMessage(); }));
-    EXPECT_EQ(shown, (QStringList{u"Image copied"_qs, u"No text to copy"_qs, {}}));
+    EXPECT_EQ(shown, (QStringList{u"older"_qs, u"No text to copy"_qs, {}}));
 }
 
 TEST_F(WorkbenchModelOutput, dragsCarryTheFileItsNameAndThePlainCapture)
 {
-    model->addAnnotation(
-        {.tool = AnnotationTool::whiteout, .start = QPointF(0, 0), .end = QPointF(700, 400)});
+    model->addAnnotation(censor(AnnotationTool::whiteout, {0, 0}, {700, 400}));
+    ASSERT_TRUE(waitUntilDisplayed(*model));
     const auto drag = model->draggableImage();
     ASSERT_TRUE(drag);
-    EXPECT_EQ(QImage::fromData(drag->png).pixelColor(5, 5), QColor(Qt::white));
+    EXPECT_EQ(QImage::fromData(bytes(drag->png)).pixelColor(5, 5), QColor(Qt::white));
     EXPECT_EQ(drag->thumbnail.size(), QSize(160, 91));
     EXPECT_EQ(drag->thumbnail.pixelColor(5, 5), QColor(Qt::darkCyan));
     const auto local = now.toLocalTime().toString(u"yyyy-MM-dd 'at' HH.mm.ss");
@@ -149,6 +226,23 @@ TEST_F(WorkbenchModelOutput, savesWhereThePanelSays)
     ASSERT_TRUE(
         Harness::waitFor([this] { return message(*model).startsWith(u"Couldn't save: "_qs); }));
     EXPECT_GT(message(*model).size(), 20) << "and why";
+}
+
+TEST_F(WorkbenchModelOutput, aSaveUnderWayEndsBeforeTheProgramDoes)
+{
+    const Fakes::CollectedLog systemLog;
+    const QTemporaryDir folder;
+    const auto file = folder.filePath(u"last.png"_qs);
+    model->saveImage();
+    savePanel.answer(file.toStdString());
+    services.saves->finish(std::chrono::milliseconds(Harness::patience));
+    EXPECT_EQ(QImage(file).size(), QSize(700, 400)) << "without a turn of the event loop";
+
+    model->saveImage();
+    savePanel.answer("/nowhere/at all.png");
+    services.saves->finish(std::chrono::milliseconds(Harness::patience));
+    EXPECT_TRUE(
+        systemLog->messages().join(u'\n').startsWith(u"capture: couldn't save an image"_qs));
 }
 
 TEST_F(WorkbenchModelOutput, aPanelAnsweredTooLateOrNotAtAllSavesNothing)

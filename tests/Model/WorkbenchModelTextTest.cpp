@@ -1,6 +1,5 @@
 #include "Model/WorkbenchFixture.h"
 
-#include <QColorSpace>
 #include <QSignalSpy>
 
 using namespace Lumenote;
@@ -134,30 +133,6 @@ TEST_F(WorkbenchModelText, filterNarrowsOnlyWhatIsCopied)
     model->setTextQuery(u"milk"_qs);
     EXPECT_EQ(model->visibleText(), QString());
     EXPECT_FALSE(model->displayText().isEmpty());
-}
-
-TEST_F(WorkbenchModelText, thumbnailsKeepTheShapeAndNeverEnlarge)
-{
-    const auto check = [&](QSize image, int longEdge, QSize thumbnail) {
-        EXPECT_EQ(makeModel(storedText({}), picture(image))->thumbnail(longEdge).size(), thumbnail);
-    };
-    check({700, 400}, 64, {64, 37});
-    check({400, 700}, 64, {37, 64});
-    check({40, 30}, 64, {40, 30});
-    check({3000, 1}, 64, {64, 1});
-    check({1, 1}, 200, {1, 1});
-    EXPECT_EQ(makeModel(storedText({}))->backdropImage().size(), QSize(64, 37));
-}
-
-TEST_F(WorkbenchModelText, thumbnailsOfWideGamutCapturesLookTheSame)
-{
-    QImage image(300, 300, QImage::Format_RGB32);
-    image.setColorSpace(QColorSpace::DisplayP3);
-    image.fill(qRgb(234, 51, 35)); // The red of sRGB.
-    const auto thumbnail = makeModel(storedText({}), image)->thumbnail(10);
-    const auto color = thumbnail.pixelColor(5, 5);
-    EXPECT_NEAR(color.red(), 255, 2);
-    EXPECT_NEAR(color.green(), 0, 6);
 }
 
 } // namespace
