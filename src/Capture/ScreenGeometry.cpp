@@ -2,6 +2,9 @@
 
 #include "Platform/Geometry.h"
 
+#include <QGuiApplication>
+#include <QScreen>
+
 namespace Lumenote::ScreenGeometry {
 
 double flipReference(const QList<Platform::Screen>& screens)
@@ -32,6 +35,17 @@ QList<QRectF> globalFrames(const QList<Platform::Screen>& screens)
 QRectF displayLocal(const QRectF& globalRect, const QRectF& globalDisplayFrame)
 {
     return globalRect.translated(-globalDisplayFrame.topLeft());
+}
+
+QPointF globalOriginInQt()
+{
+    const auto* const first = QGuiApplication::primaryScreen();
+    return first != nullptr ? first->geometry().topLeft() : QPointF();
+}
+
+QRectF inQt(const QRectF& rect, const QList<Platform::Screen>& screens)
+{
+    return flipped(rect, flipReference(screens)).translated(globalOriginInQt());
 }
 
 std::optional<Platform::Screen> screenUnderPointer(

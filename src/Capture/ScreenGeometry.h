@@ -25,6 +25,12 @@ QList<QRectF> globalFrames(const QList<Platform::Screen>& screens);
 /// @p globalRect as seen from the upper left corner of the display with @p globalDisplayFrame.
 QRectF displayLocal(const QRectF& globalRect, const QRectF& globalDisplayFrame);
 
+/// Where the global space begins in Qt's coordinates.
+QPointF globalOriginInQt();
+
+/// @p rect of the screen space in Qt's global coordinates.
+QRectF inQt(const QRectF& rect, const QList<Platform::Screen>& screens);
+
 /// The first screen that holds @p pointer, a point of the screen space.
 std::optional<Platform::Screen> screenUnderPointer(
     const QList<Platform::Screen>& screens, QPointF pointer);

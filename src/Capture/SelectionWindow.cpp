@@ -1,6 +1,7 @@
 #include "Capture/SelectionWindow.h"
 
 #include "Capture/OverlayDrawing.h"
+#include "Capture/ScreenGeometry.h"
 #include "Capture/SelectionSession.h"
 #include "Platform/Geometry.h"
 
@@ -12,13 +13,6 @@
 namespace Lumenote {
 
 namespace {
-
-/// Where the space of selections begins in Qt's: at the upper left corner of the first display.
-QPointF globalOrigin()
-{
-    const auto* const first = QGuiApplication::primaryScreen();
-    return first != nullptr ? first->geometry().topLeft() : QPointF();
-}
 
 /// The pointer never gets beyond the last pixel of a display, but the edges of what a drag picks
 /// lie between pixels: there it means the far edge.
@@ -46,7 +40,7 @@ SelectionWindow::SelectionWindow(const QRectF& globalFrame, double scale, Select
     setMouseTracking(true);
     setCursor(Qt::CrossCursor);
 
-    const auto geometry = globalFrame.translated(globalOrigin()).toRect();
+    const auto geometry = globalFrame.translated(ScreenGeometry::globalOriginInQt()).toRect();
     if (auto* const screen = QGuiApplication::screenAt(geometry.center()))
         setScreen(screen);
     setGeometry(geometry);
@@ -93,7 +87,7 @@ QPointF SelectionWindow::globalPoint(const QMouseEvent& event) const
     const auto* const screen = QGuiApplication::screenAt(point.toPoint());
     if (screen != nullptr && m_session->mode() == SelectionMode::region)
         point = toFarEdges(point, *screen);
-    return point - globalOrigin();
+    return point - ScreenGeometry::globalOriginInQt();
 }
 
 void SelectionWindow::mousePressEvent(QMouseEvent* event)

@@ -94,29 +94,6 @@ void drawArrow(QPainter& painter, const Arrow& arrow, const QColor& color, const
     painter.drawPolygon(arrow.head);
 }
 
-/// Draws @p annotation, whose colour is @p color in the space of the image that fills @p bounds.
-void draw(QPainter& painter, const Annotation& annotation, const QColor& color, double lineWidth,
-    const QRectF& bounds)
-{
-    const auto near = drawnIn(annotation, bounds, lineWidth + 2 * cornerRadius);
-    switch (annotation.tool) {
-    case AnnotationTool::blackout:
-    case AnnotationTool::whiteout:
-        drawCensor(painter, near.hitRect().toRect(), color);
-        break;
-    case AnnotationTool::highlight:
-        painter.fillRect(near.rect(), color);
-        break;
-    case AnnotationTool::rectangle:
-        painter.fillPath(roundedOutline(near.rect(), lineWidth), color);
-        break;
-    case AnnotationTool::arrow:
-        if (!(annotation.end - annotation.start).isNull())
-            drawArrow(painter, arrow(annotation.start, annotation.end, lineWidth), color, bounds);
-        break;
-    }
-}
-
 /// A bitmap to draw on that shows @p image.
 QImage makeContext(const QImage& image, QSize size, const QColorSpace& space)
 {
@@ -174,6 +151,29 @@ Arrow arrow(QPointF tail, QPointF tip, double baseLineWidth)
     return {.lineWidth = lineWidth,
         .shaft = {tail, behindTip(headLength * 0.6, 0)},
         .head = {{tip, behindTip(headLength, -spread), behindTip(headLength, spread)}}};
+}
+
+void draw(QPainter& painter, const Annotation& annotation, const QColor& color,
+    double baseLineWidth, const QRectF& bounds)
+{
+    const auto near = drawnIn(annotation, bounds, baseLineWidth + 2 * cornerRadius);
+    switch (annotation.tool) {
+    case AnnotationTool::blackout:
+    case AnnotationTool::whiteout:
+        drawCensor(painter, near.hitRect().toRect(), color);
+        break;
+    case AnnotationTool::highlight:
+        painter.fillRect(near.rect(), color);
+        break;
+    case AnnotationTool::rectangle:
+        painter.fillPath(roundedOutline(near.rect(), baseLineWidth), color);
+        break;
+    case AnnotationTool::arrow:
+        if (!(annotation.end - annotation.start).isNull())
+            drawArrow(
+                painter, arrow(annotation.start, annotation.end, baseLineWidth), color, bounds);
+        break;
+    }
 }
 
 QList<QColorSpace> exportColorSpaces(const QImage& image)

@@ -12,6 +12,8 @@
 
 #include <span>
 
+class QPainter;
+
 /// Burns annotations into a capture. Any thread.
 namespace Lumenote::LumenoteRenderer {
 
@@ -31,6 +33,12 @@ struct Arrow {
 /// The arrow from @p tail to @p tip beside outlines of @p baseLineWidth, in whatever space these
 /// are. Where it is shorter than its head, the shaft ends behind the tail.
 Arrow arrow(QPointF tail, QPointF tip, double baseLineWidth);
+
+/// Draws @p annotation in @p color, in whatever space it, @p baseLineWidth and @p bounds, which is
+/// all that can show, are; corners are round by two units there. What a censor fills are the whole
+/// units of that space. The painter has antialiasing turned on.
+void draw(QPainter& painter, const Annotation& annotation, const QColor& color,
+    double baseLineWidth, const QRectF& bounds);
 
 /// The colour spaces that a rendered @p image may be in, most wanted first: its own where that is
 /// one of red, green and blue, so that wide gamuts are kept. The last one, which is not valid,
