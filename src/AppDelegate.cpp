@@ -31,7 +31,9 @@ QString explanation(CaptureError error)
 
 AppDelegate::AppDelegate(const CaptureStore& store, const Services& services)
     : m_services(services)
-    , m_modelServices{.ocr = &services.ocr, .pasteboard = &services.pasteboard}
+    , m_modelServices{.ocr = &services.ocr,
+          .pasteboard = &services.pasteboard,
+          .savePanel = &services.savePanel}
     , m_history(store, m_modelServices)
     , m_hotKey(services.hotKeyRegistrar, services.keyboardLayout)
     , m_shortcut(HotKeyShortcut::load(services.userDefaults))

@@ -17,6 +17,7 @@ class HotKeyRegistrar;
 class KeyboardLayout;
 class OverlayKeyboard;
 class Pasteboard;
+class SavePanel;
 class UserDefaults;
 } // namespace Platform
 
@@ -39,6 +40,7 @@ public:
         Platform::KeyboardLayout& keyboardLayout;
         Platform::OverlayKeyboard& overlayKeyboard;
         Platform::Pasteboard& pasteboard;
+        Platform::SavePanel& savePanel;
         Platform::UserDefaults& userDefaults;
     };
 

@@ -4,6 +4,7 @@
 #include "OCR/OCRService.h"
 #include "Platform/Bundle.h"
 #include "Platform/Desktop/ClipboardPasteboard.h"
+#include "Platform/Desktop/FileDialogSavePanel.h"
 #include "Platform/Desktop/MessageBoxAlerts.h"
 #include "Platform/Desktop/QuitOnTermination.h"
 #include "Platform/Freedesktop/FreedesktopFileSystem.h"
@@ -83,6 +84,7 @@ int runDesktopProgram(int& argc, char** argv)
     Platform::X11KeyboardLayout keyboardLayout;
     Platform::X11OverlayKeyboard overlayKeyboard;
     Platform::ClipboardPasteboard pasteboard;
+    Platform::FileDialogSavePanel savePanel;
     int exitCode = 0;
     {
         Platform::UserDefaultsFile userDefaults(Platform::UserDefaultsFile::standardPath(bundle));
@@ -94,6 +96,7 @@ int runDesktopProgram(int& argc, char** argv)
                 .keyboardLayout = keyboardLayout,
                 .overlayKeyboard = overlayKeyboard,
                 .pasteboard = pasteboard,
+                .savePanel = savePanel,
                 .userDefaults = userDefaults});
         const Platform::EndOnServerLoss endOnServerLoss([&delegate] {
             delegate.finishWriting();

@@ -7,6 +7,7 @@
 #include "Fakes/FakeKeyboardLayout.h"
 #include "Fakes/FakeOverlayKeyboard.h"
 #include "Fakes/FakePasteboard.h"
+#include "Fakes/FakeSavePanel.h"
 #include "Fakes/FakeTextRecognizer.h"
 #include "Fakes/FakeUserDefaults.h"
 #include "Harness/Waiting.h"
@@ -32,6 +33,7 @@ protected:
                 .keyboardLayout = layout,
                 .overlayKeyboard = keyboard,
                 .pasteboard = pasteboard,
+                .savePanel = savePanel,
                 .userDefaults = defaults});
     }
 
@@ -56,6 +58,7 @@ public:
     Fakes::FakeKeyboardLayout layout;
     Fakes::FakeOverlayKeyboard keyboard;
     Fakes::FakePasteboard pasteboard;
+    Fakes::FakeSavePanel savePanel;
     Fakes::FakeUserDefaults defaults;
     std::optional<AppDelegate> delegate;
 };

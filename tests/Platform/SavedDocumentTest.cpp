@@ -1,6 +1,5 @@
-#include "Platform/Documents.h"
-
 #include "Fakes/DiskFaults.h"
+#include "Platform/Documents.h"
 
 #include <QFile>
 #include <QTemporaryDir>
