@@ -4,6 +4,8 @@
 #include "Fakes/FakeSystemLog.h"
 #include "Model/WorkbenchFixture.h"
 
+#include <QColorSpace>
+#include <QSignalSpy>
 #include <QTemporaryDir>
 
 #include <algorithm>
@@ -134,6 +136,38 @@ TEST_F(CaptureHistoryTest, aCaptureComesBackAfterARestartWithoutBeingReadAgain)
     EXPECT_EQ(selection.model->image().pixelColor(3, 3), QColor(Qt::darkCyan));
     EXPECT_TRUE(entry(id)->isTextStored);
     EXPECT_EQ(recognizer->callCount(), 1);
+}
+
+TEST_F(CaptureHistoryTest, aThumbnailComesLaterAndLooksTheSameAfterARestart)
+{
+    QImage wide(700, 400, QImage::Format_RGB32);
+    wide.setColorSpace(QColorSpace::DisplayP3);
+    wide.fill(qRgb(234, 51, 35)); // The red of sRGB.
+    const auto id = history->record(makeModel(storedText({}), wide)).id;
+    EXPECT_TRUE(entry(id)->thumbnail.isNull());
+    QSignalSpy changes(&*history, &CaptureHistory::entriesChanged);
+    ASSERT_TRUE(Harness::waitFor([&] { return !entry(id)->thumbnail.isNull(); }));
+    EXPECT_EQ(changes.count(), 1);
+    const auto color = [](const QImage& image) { return image.pixelColor(5, 5); };
+    const auto thumbnail = color(entry(id)->thumbnail);
+    EXPECT_EQ(thumbnail, color(entry(id)->model->displayImage()));
+    EXPECT_NEAR(thumbnail.green(), 0, 6);
+    EXPECT_GE(thumbnail.red(), 252);
+    restart();
+    EXPECT_EQ(color(entry(id)->thumbnail), thumbnail);
+    const auto model = selected(id).model;
+    ASSERT_TRUE(Harness::waitFor([&] { return !model->displayImage().isNull(); }));
+    EXPECT_EQ(color(model->displayImage()), thumbnail);
+}
+
+TEST_F(CaptureHistoryTest, savesEndBeforeTheHistoryDoes)
+{
+    const QTemporaryDir folder;
+    const auto file = folder.filePath(u"saved.png"_qs);
+    recordCapture().model->saveImage();
+    savePanel.answer(file.toStdString());
+    end();
+    EXPECT_EQ(QImage(file).size(), QSize(700, 400));
 }
 
 TEST_F(CaptureHistoryTest, textOfAnotherVersionIsReadAndStoredAnew)
@@ -290,10 +324,11 @@ TEST_F(CaptureHistoryTest, leavingTheScreenGivesUpTheCaches)
 {
     const auto model = recordCapture().model;
     model->addAnnotation({.start = QPointF(1, 1), .end = QPointF(50, 50)});
-    const auto png = model->draggableImage()->png;
-    ASSERT_TRUE(Harness::waitForFinished(png));
+    const auto kept = model->draggableImage()->png;
     recordCapture();
-    EXPECT_FALSE(model->draggableImage()->png.isFinished());
+    const auto anew = model->draggableImage()->png;
+    ASSERT_TRUE(Harness::waitForFinished(kept) && Harness::waitForFinished(anew));
+    EXPECT_NE(kept.result()->constData(), anew.result()->constData());
 }
 
 TEST_F(CaptureHistoryTest, historyIsWhatIsNotOnShow)

@@ -138,6 +138,47 @@ TEST_F(WorkbenchModelEditing, drawingToolsTakeTheSelectionAway)
     EXPECT_FALSE(model->selectedAnnotationID());
 }
 
+TEST_F(WorkbenchModelEditing, eachChangeIsTold)
+{
+    addBoxes(1);
+    const auto annotation = model->annotations().constFirst();
+    const auto check = [this](const char* step, const std::function<void()>& change,
+                           const QStringList& expected) {
+        QStringList told;
+        const QObject context;
+        const auto watch = [&](auto signal, const QString& name) {
+            QObject::connect(model.get(), signal, &context, [&told, name] { told.append(name); });
+        };
+        watch(&WorkbenchModel::annotationsChanged, u"annotations"_qs);
+        watch(&WorkbenchModel::undoChanged, u"undo"_qs);
+        watch(&WorkbenchModel::activeToolChanged, u"tool"_qs);
+        watch(&WorkbenchModel::selectedAnnotationIDChanged, u"selection"_qs);
+        change();
+        EXPECT_EQ(told, expected) << step;
+    };
+    const QStringList edited{u"annotations"_qs, u"undo"_qs};
+    check(
+        "add", [this] { addBoxes(1); }, edited);
+    check(
+        "undo", [this] { model->undo(); }, edited);
+    check(
+        "redo", [this] { model->redo(); }, edited);
+    check("select", [&] { model->setSelectedAnnotationID(annotation.id); }, {u"selection"_qs});
+    check("begin", [this] { model->beginAnnotationEdit(); }, {});
+    check("update",
+        [&] {
+            model->updateAnnotation(annotation.moved({1, 1}));
+        },
+        {u"annotations"_qs});
+    check("end", [this] { model->endAnnotationEdit(); }, {u"undo"_qs});
+    check("tool", [this] { model->setActiveTool(CanvasTool::select()); }, {u"tool"_qs});
+    check("drawingTool", [this] { model->setActiveTool(CanvasTool::draw(AnnotationTool::arrow)); },
+        {u"selection"_qs, u"tool"_qs});
+    model->setSelectedAnnotationID(annotation.id);
+    check("delete", [this] { model->deleteSelectedAnnotation(); },
+        {u"selection"_qs, u"annotations"_qs, u"undo"_qs});
+}
+
 TEST_F(WorkbenchModelEditing, nothingToDoChangesNothing)
 {
     const QSignalSpy changes(model.get(), &WorkbenchModel::annotationsChanged);

@@ -3,6 +3,7 @@
 #include "Model/WorkbenchFixture.h"
 
 #include <QFile>
+#include <QSignalSpy>
 #include <QTemporaryDir>
 
 using namespace Lumenote;
@@ -142,7 +143,9 @@ TEST_F(WorkbenchModelOutput, copiesTextAsItIsAskedFor)
         SCOPED_TRACE(name);
         model->setPendingTextReveal(false);
         model->setTextQuery(query);
+        const QSignalSpy reveals(model.get(), &WorkbenchModel::pendingTextRevealChanged);
         EXPECT_TRUE(copy());
+        EXPECT_EQ(reveals.count(), revealsText ? 1 : 0);
         EXPECT_EQ(pasteboard.text, text);
         EXPECT_EQ(message(*model), told);
         EXPECT_EQ(model->pendingTextReveal(), revealsText);

@@ -8,6 +8,18 @@ namespace {
 
 class WorkbenchModelText : public WorkbenchFixture { };
 
+TEST_F(WorkbenchModelText, takesPagesOfAnyLength)
+{
+    QStringList lines;
+    for (int number = 0; number < 5000; ++number)
+        lines.append(u"line %1"_qs.arg(number));
+    const auto model = makeModel(storedText(lines));
+    model->setTextQuery(u"LINE 499"_qs);
+    EXPECT_EQ(model->matches().size(), 11);
+    EXPECT_EQ(model->visibleWordCount(), 10'000);
+    EXPECT_TRUE(model->visibleText().endsWith(u"\nline 4999"_qs));
+}
+
 TEST_F(WorkbenchModelText, needsAnImageWhichIsAsLargeAsItSaysOrAsItsPixels)
 {
     EXPECT_EQ(WorkbenchModel::create({}, {10, 10}, {}, services), nullptr);
@@ -108,6 +120,65 @@ TEST_F(WorkbenchModelText, callsASlowRecognitionAWaitForModels)
     EXPECT_FALSE(model->awaitingModels());
 }
 
+TEST_F(WorkbenchModelText, isWholeBeforeAnySignalTellsOfItsText)
+{
+    recognizer->queueLines({u"one"_qs, u"two words"_qs});
+    const auto model = makeModel();
+    model->setTextQuery(u"o"_qs);
+    QStringList told;
+    const auto note = [&](const QString& signal) {
+        told.append(signal);
+        EXPECT_FALSE(model->isRecognizing());
+        EXPECT_EQ(model->lines().size(), 2);
+        EXPECT_EQ(model->matches().size(), 2);
+        EXPECT_EQ(model->visibleWordCount(), 3);
+        EXPECT_EQ(model->displayText(), u"one\ntwo words"_qs);
+        EXPECT_TRUE(model->pendingTextReveal());
+    };
+    const auto watch = [&](auto signal, const QString& name) {
+        QObject::connect(model.get(), signal, model.get(), [=] { note(name); });
+    };
+    watch(&WorkbenchModel::recognitionChanged, u"recognition"_qs);
+    watch(&WorkbenchModel::textChanged, u"text"_qs);
+    watch(&WorkbenchModel::pendingTextRevealChanged, u"reveal"_qs);
+    ASSERT_TRUE(waitUntilRead(*model));
+    EXPECT_EQ(told, (QStringList{u"recognition"_qs, u"text"_qs, u"reveal"_qs}));
+}
+
+TEST_F(WorkbenchModelText, eachStepOfARecognitionIsTold)
+{
+    recognizer->queueHang();
+    services.slowRecognition = std::chrono::milliseconds(1);
+    const auto model = makeModel();
+    QSignalSpy changes(model.get(), &WorkbenchModel::recognitionChanged);
+    const auto check = [&](const char* step, const std::function<void()>& act) {
+        changes.clear();
+        act();
+        EXPECT_TRUE(Harness::waitFor([&] { return !changes.isEmpty(); })) << step;
+    };
+    check("slow", [] {});
+    check("cancelled", [&] { model->cancelRecognition(); });
+    ASSERT_TRUE(waitUntilRead(*model));
+    check("begun", [&] { model->startRecognition(); });
+    ASSERT_TRUE(waitUntilRead(*model));
+    EXPECT_FALSE(model->recognitionFailed());
+}
+
+TEST_F(WorkbenchModelText, twoRecognitionsAtOnceGiveOneText)
+{
+    recognizer->queueLines({u"first"_qs});
+    recognizer->queueLines({u"second"_qs});
+    const auto model = makeModel();
+    const QSignalSpy texts(model.get(), &WorkbenchModel::textChanged);
+    model->startRecognition();
+    model->startRecognition();
+    ASSERT_TRUE(waitUntilRead(*model));
+    ASSERT_TRUE(Harness::waitFor([this] { return recognizer.use_count() == 2; }));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(texts.count(), 1);
+    EXPECT_FALSE(model->recognitionFailed());
+}
+
 TEST_F(WorkbenchModelText, takesItsRecognitionAlongWhenItGoes)
 {
     std::atomic<bool> isAsked = false;
@@ -126,11 +197,18 @@ TEST_F(WorkbenchModelText, takesItsRecognitionAlongWhenItGoes)
 TEST_F(WorkbenchModelText, filterNarrowsOnlyWhatIsCopied)
 {
     const auto model = makeModel(storedText({u"Café au lait"_qs, u"tea"_qs, u"CAFE noir"_qs}));
+    EXPECT_EQ(model->matches().size(), 3);
+    const QSignalSpy queries(model.get(), &WorkbenchModel::textQueryChanged);
     model->setTextQuery(u"cafe"_qs);
+    model->setTextQuery(u"cafe"_qs);
+    EXPECT_EQ(queries.count(), 1);
+    EXPECT_EQ(model->matches(),
+        (QList<TextSearch::Match>{{.row = 0, .ranges = {{0, 4}}}, {.row = 2, .ranges = {{0, 4}}}}));
     EXPECT_EQ(model->visibleText(), u"Café au lait\nCAFE noir"_qs);
     EXPECT_EQ(model->visibleWordCount(), 6);
     EXPECT_EQ(model->visibleLines().size(), 3);
     model->setTextQuery(u"milk"_qs);
+    EXPECT_TRUE(model->matches().isEmpty());
     EXPECT_EQ(model->visibleText(), QString());
     EXPECT_FALSE(model->displayText().isEmpty());
 }
