@@ -1,6 +1,7 @@
 #include "Capture/OverlayScene.h"
 
 #include "Capture/OverlayPlacement.h"
+#include "Platform/DesktopWords.h"
 #include "Platform/Geometry.h"
 
 #include <QCoreApplication>
@@ -43,7 +44,7 @@ QString hintText(SelectionMode mode)
 
 OverlayScene::Pill hint(const QRectF& bounds, SelectionMode mode)
 {
-    const auto text = hintText(mode);
+    const auto text = Platform::inDesktopWords(hintText(mode));
     const auto rect =
         OverlayPlacement::hintPill(bounds, OverlayText::size(OverlayText::Style::plain, text));
     return {.rect = rect,

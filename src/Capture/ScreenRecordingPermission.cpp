@@ -66,12 +66,10 @@ void presentDeniedAlert(Platform::Alerts& alerts, Closed onClosed)
 void openSettings(Platform::Alerts& alerts, Closed onClosed)
 {
     const Platform::Alert alert{
-        .title = QStringLiteral("The X server decides who may record the screen"),
+        .title = QStringLiteral("Lumenote needs Screen Recording permission"),
         .text = QStringLiteral(
-            "There is no settings pane for it. The X server lets a program record the screen when "
-            "it connects as a trusted client, and Lumenote didn't. Over ssh, connect with ssh -Y "
-            "instead of ssh -X. In a container or sandbox, let it use the X authority of your "
-            "session. Then quit and reopen Lumenote."),
+            "Turn Lumenote on under Privacy & Security → Screen & System Audio Recording, then "
+            "quit and reopen Lumenote."),
         .buttons = {QStringLiteral("OK")}};
     alerts.present(alert, [onClosed = std::move(onClosed)](int) { onClosed(); });
 }

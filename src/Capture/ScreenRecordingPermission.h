@@ -41,7 +41,7 @@ using Closed = std::function<void()>;
 void presentDeniedAlert(Platform::Alerts& alerts, Closed onClosed);
 
 /// An X server has no settings for this: who may record is decided when a program connects. So this
-/// tells what to change instead.
+/// tells what to change, which the desktop's words put in the place of the settings.
 void openSettings(Platform::Alerts& alerts, Closed onClosed);
 
 } // namespace Lumenote::ScreenRecordingPermission

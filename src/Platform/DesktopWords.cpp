@@ -28,10 +28,9 @@ constexpr std::array wordings{
         u"change."},
     Wording{u"Turn Lumenote on under Privacy & Security → Screen & System Audio Recording, then "
             u"quit and reopen Lumenote.",
-        u"There is no settings pane for it. The X server lets a program record the screen when it "
-        u"connects as a trusted client, and Lumenote didn't. Over ssh, connect with ssh -Y instead "
-        u"of ssh -X. In a container or sandbox, let it use the X authority of your session. Then "
-        u"quit and reopen Lumenote."},
+        u"The X server lets a program record the screen when it connects as a trusted client, and "
+        u"Lumenote didn't. Over ssh, connect with ssh -Y instead of ssh -X. In a container or "
+        u"sandbox, let it use the X authority of your session. Then quit and reopen Lumenote."},
     Wording{u"Open Settings", u"Show How"},
     Wording{u"macOS didn't return an image. Try again — if it keeps happening, check Screen "
             u"Recording in System Settings › Privacy & Security.",

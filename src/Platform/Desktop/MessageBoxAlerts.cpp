@@ -1,5 +1,7 @@
 #include "Platform/Desktop/MessageBoxAlerts.h"
 
+#include "Platform/DesktopWords.h"
+
 #include <QApplication>
 #include <QLabel>
 #include <QMessageBox>
@@ -23,8 +25,8 @@ void addButtons(QMessageBox& box, const QStringList& names)
 {
     for (const auto& name : names) {
         const bool isLast = box.buttons().size() == names.size() - 1;
-        auto* const button = box.addButton(
-            name, isLast && names.size() > 1 ? QMessageBox::RejectRole : QMessageBox::AcceptRole);
+        auto* const button = box.addButton(inDesktopWords(name),
+            isLast && names.size() > 1 ? QMessageBox::RejectRole : QMessageBox::AcceptRole);
         button->setObjectName(name);
         if (box.defaultButton() == nullptr)
             box.setDefaultButton(button);
@@ -42,8 +44,8 @@ void MessageBoxAlerts::present(const Alert& alert, Answer answer)
     box->setObjectName(QStringLiteral("alert"));
     box->setIcon(QMessageBox::Warning);
     box->setWindowTitle(QApplication::applicationDisplayName());
-    box->setText(alert.title);
-    box->setInformativeText(alert.text);
+    box->setText(inDesktopWords(alert.title));
+    box->setInformativeText(inDesktopWords(alert.text));
     showAsPlainText(*box);
     addButtons(*box, alert.buttons);
     box->setWindowModality(Qt::ApplicationModal);
