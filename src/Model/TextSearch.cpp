@@ -31,10 +31,14 @@ QString folded(const QString& text)
     return letters.normalized(QString::NormalizationForm_C).toUpper();
 }
 
+bool isAscii(QChar character)
+{
+    return character.unicode() < 0x80;
+}
+
 bool isAscii(const QString& text)
 {
-    return std::all_of(
-        text.cbegin(), text.cend(), [](QChar character) { return character.unicode() < 0x80; });
+    return std::all_of(text.cbegin(), text.cend(), [](QChar unit) { return isAscii(unit); });
 }
 
 qsizetype endOf(const Range& range)
@@ -48,20 +52,25 @@ qsizetype endOf(const Range& range)
 /// different ones.
 class Index::CharacterFolder {
 public:
-    const QString& folded(QStringView character)
+    void appendFolded(QStringView character, QString& text)
     {
-        if (character.size() != 1)
-            return m_several = TextSearch::folded(character.toString());
-        const auto unit = character.front().unicode();
-        auto known = m_single.find(unit);
-        if (known == m_single.end())
-            known = m_single.insert(unit, TextSearch::folded(character.toString()));
-        return *known;
+        const auto first = character.front();
+        if (character.size() > 1)
+            text += folded(character.toString());
+        else if (isAscii(first))
+            text += first.toUpper();
+        else
+            text += foldedUnit(first);
     }
 
 private:
-    QHash<char16_t, QString> m_single;
-    QString m_several;
+    const QString& foldedUnit(QChar unit)
+    {
+        const auto known = m_units.find(unit);
+        return known != m_units.end() ? *known : *m_units.insert(unit, folded(QString(unit)));
+    }
+
+    QHash<QChar, QString> m_units;
 };
 
 Index::Index(const QStringList& lines)
@@ -98,14 +107,17 @@ Index::FoldedLine Index::FoldedLine::byCharacters(const QString& line, Character
     result.text.reserve(line.size());
     result.sources.reserve(line.size());
     QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, line);
+    bool isUnitForUnit = true;
     qsizetype start = 0;
     for (auto end = finder.toNextBoundary(); end >= 0; end = finder.toNextBoundary()) {
-        const auto& letters = folder.folded(QStringView(line).sliced(start, end - start));
-        result.text += letters;
-        for (qsizetype count = 0; count < letters.size(); ++count)
+        folder.appendFolded(QStringView(line).sliced(start, end - start), result.text);
+        while (result.sources.size() < result.text.size())
             result.sources.append({.position = start, .length = end - start});
+        isUnitForUnit = isUnitForUnit && result.text.size() == end && end - start == 1;
         start = end;
     }
+    if (isUnitForUnit)
+        result.sources = {};
     return result;
 }
 

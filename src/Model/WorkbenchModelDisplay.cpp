@@ -2,7 +2,6 @@
 
 #include "Model/DisplayImage.h"
 #include "Model/WorkbenchModel.h"
-#include "Platform/ImageScaler.h"
 #include "Platform/Tasks.h"
 
 #include <algorithm>
@@ -13,11 +12,11 @@ namespace {
 
 constexpr int backdropLongEdge = 64;
 
-QImage reduced(const QImage& preview, const QSize& size)
+QImage reduced(const QImage& image, const QSize& size)
 {
-    return preview.isNull() || preview.size() == size
-        ? preview
-        : preview.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    return image.isNull() || image.size() == size
+        ? image
+        : image.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }
 
 } // namespace
@@ -38,8 +37,8 @@ void WorkbenchModel::prepareDisplay()
             const auto size = capture.size();
             Display display;
             display.image = DisplayImage::from(capture);
-            display.preview = Platform::scaledDown(
-                display.image, DisplayImage::reducedSize(size, longestThumbnail));
+            display.preview =
+                reduced(display.image, DisplayImage::reducedSize(size, longestThumbnail));
             display.backdrop =
                 reduced(display.preview, DisplayImage::reducedSize(size, backdropLongEdge));
             return display;
