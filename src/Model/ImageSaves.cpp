@@ -91,7 +91,7 @@ QFuture<Platform::Result<void>> ImageSaves::save(
 {
     const auto turn = std::make_shared<Turn>(m_running, file);
     return Platform::startTask<void>([turn, image, file] {
-        const auto saved = image.waitForPng().and_then([&](const QByteArray& png) {
+        auto saved = image.waitForPng().and_then([&](const QByteArray& png) {
             turn->wait();
             return Platform::saveDocument(file, png);
         });

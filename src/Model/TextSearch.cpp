@@ -73,8 +73,8 @@ private:
     QHash<QChar, QString> m_units;
 };
 
-Index::Index(const QStringList& lines)
-    : m_lines(lines)
+Index::Index(QStringList lines)
+    : m_lines(std::move(lines))
 {
 }
 

@@ -29,7 +29,7 @@ struct Match {
 class Index {
 public:
     Index() = default;
-    explicit Index(const QStringList& lines);
+    explicit Index(QStringList lines);
 
     /// The lines in which @p query occurs as it stands, whatever the case and the accents of either
     /// side; all of them where it is empty.
