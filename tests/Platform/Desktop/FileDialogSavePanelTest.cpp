@@ -76,8 +76,8 @@ public:
     const Harness::Desktop::Program windowManager = desktop.startWindowManager();
     const QTemporaryDir folder;
     std::unique_ptr<QWidget> window = std::make_unique<QWidget>();
-    std::optional<FileDialogSavePanel> panel;
     std::vector<std::string> answers;
+    std::optional<FileDialogSavePanel> panel;
 };
 
 TEST_F(FileDialogSavePanelTest, staysAboveTheActiveWindowButTakesNothingFromIt)
