@@ -16,22 +16,27 @@ constexpr double contrastWidth = 1; ///< On an accent-coloured surface the ring 
 
 void stroke(QPainter& painter, const QRectF& rect, double radius, double inset, const QPen& pen)
 {
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(Qt::NoBrush);
     painter.setPen(pen);
     painter.drawRoundedRect(
         rect.adjusted(inset, inset, -inset, -inset), radius - inset, radius - inset);
+    painter.restore();
 }
 
 } // namespace
 
 void paint(QPainter& painter, const QRectF& rect, double radius)
 {
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setBrush(Qt::NoBrush);
-    stroke(painter, rect, radius, Metrics::width / 2, QPen(Theme::accent(), Metrics::width));
+    paintOnDark(painter, rect, radius);
     stroke(painter, rect, radius, Metrics::width + Metrics::contrastWidth / 2,
         QPen(Theme::white(0.9), Metrics::contrastWidth));
-    painter.restore();
+}
+
+void paintOnDark(QPainter& painter, const QRectF& rect, double radius)
+{
+    stroke(painter, rect, radius, Metrics::width / 2, QPen(Theme::accent(), Metrics::width));
 }
 
 bool takesSpace(QEvent* event)

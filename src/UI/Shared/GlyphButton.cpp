@@ -46,6 +46,12 @@ void GlyphButton::setActive(bool isActive)
     update();
 }
 
+void GlyphButton::setOpacity(double opacity)
+{
+    m_opacity = opacity;
+    update();
+}
+
 void GlyphButton::setGlyphSide(double side)
 {
     m_glyphSide = side;
@@ -71,8 +77,7 @@ void GlyphButton::paintDisc(QPainter& painter, const QColor& fill, const QColor&
 void GlyphButton::paintEvent(QPaintEvent* /*event*/)
 {
     QPainter painter(this);
-    if (!isEnabled())
-        painter.setOpacity(Metrics::disabledOpacity);
+    painter.setOpacity(m_opacity * (isEnabled() ? 1 : Metrics::disabledOpacity));
     paintDisc(painter, m_isActive ? Theme::accent() : m_fill, m_outline);
     if (isEnabled() && (isDown() || underMouse()))
         paintDisc(painter, Theme::white(isDown() ? Metrics::pressedOpacity : Metrics::hoverOpacity),
@@ -80,7 +85,8 @@ void GlyphButton::paintEvent(QPaintEvent* /*event*/)
     const auto glyphSide = m_glyphSide > 0 ? m_glyphSide : width();
     QRectF box(0, 0, glyphSide, glyphSide);
     box.moveCenter(QRectF(rect()).center());
-    Glyphs::paint(painter, m_glyph, box, Qt::white);
+    if (!m_glyph.isEmpty())
+        Glyphs::paint(painter, m_glyph, box, Qt::white);
     if (hasFocus())
         FocusRing::paint(painter, rect(), width() / 2.0);
 }
@@ -97,6 +103,8 @@ bool GlyphButton::event(QEvent* event)
 {
     if (FocusRing::takesSpace(event))
         return true;
+    if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)
+        emit focusChanged();
     return QAbstractButton::event(event);
 }
 

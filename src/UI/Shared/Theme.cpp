@@ -56,6 +56,20 @@ QColor black(double opacity)
     return withOpacity(Qt::black, opacity);
 }
 
+QPalette darkPalette()
+{
+    QPalette palette(QColor(44, 44, 46), QColor(28, 28, 31));
+    palette.setColor(QPalette::Base, QColor(28, 28, 31));
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText,
+             QPalette::BrightText, QPalette::HighlightedText})
+        palette.setColor(role, Qt::white);
+    palette.setColor(QPalette::PlaceholderText, white(0.45));
+    palette.setColor(QPalette::Highlight, accent());
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(QPalette::Disabled, role, white(0.4));
+    return palette;
+}
+
 QFont font(double size, QFont::Weight weight)
 {
     return sized(QFontDatabase::systemFont(QFontDatabase::GeneralFont), size, weight);

@@ -2,6 +2,7 @@
 
 #include <QColor>
 #include <QFont>
+#include <QPalette>
 
 /// Colours, fonts and measures that all of the workbench shares. It is dark whatever the desktop's
 /// colours are. Measures are in points, which are logical pixels.
@@ -21,6 +22,9 @@ void setAccent(const QColor& accent); ///< As the desktop tells it; before windo
 QColor accent(double opacity);
 QColor white(double opacity);
 QColor black(double opacity);
+
+/// For the controls of Qt's own among the views.
+QPalette darkPalette();
 
 /// The desktop's families at a size in points.
 QFont font(double size, QFont::Weight weight = QFont::Normal);

@@ -4,6 +4,7 @@
 #include "UI/Shared/ToolTipController.h"
 
 #include <QEvent>
+#include <QPointer>
 #include <QWidget>
 
 namespace Lumenote {
@@ -34,23 +35,26 @@ public:
 private:
     void enter()
     {
-        auto* const tips = ToolTipController::of(m_control);
-        if (tips == nullptr)
+        m_tips = ToolTipController::of(m_control);
+        if (m_tips == nullptr)
             return;
         m_shownText = m_text;
-        auto* const content = qobject_cast<QWidget*>(tips->parent());
-        tips->enter(m_text, QRectF(m_control.mapTo(content, QPoint()), QSizeF(m_control.size())));
+        auto* const content = qobject_cast<QWidget*>(m_tips->parent());
+        m_tips->enter(m_text, QRectF(m_control.mapTo(content, QPoint()), QSizeF(m_control.size())));
     }
 
     void exit()
     {
-        if (auto* const tips = ToolTipController::of(m_control))
-            tips->exit(m_shownText);
+        if (m_tips != nullptr)
+            m_tips->exit(m_shownText);
     }
 
     QWidget& m_control;
     QString m_text;
     QString m_shownText; ///< That of the last enter: the text may have changed under the pointer.
+    /// Of the last enter as well: a control under the pointer is left while its window is being
+    /// taken apart, which is no time to look for anything in it.
+    QPointer<ToolTipController> m_tips;
 };
 
 } // namespace

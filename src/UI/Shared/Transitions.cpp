@@ -24,7 +24,7 @@ public:
         setAttribute(Qt::WA_TransparentForMouseEvents);
         setGeometry(gone.geometry());
         show();
-        stackUnder(&gone);
+        raise();
     }
 
     void setProgress(double progress)

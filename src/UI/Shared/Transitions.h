@@ -17,8 +17,8 @@ void enter(QWidget& widget, const Motion::Timing& timing, double fromScale,
 /// What enter() paints is out of date.
 void refresh(QWidget& widget);
 
-/// Leaves a picture of @p widget in its place, which fades and shrinks to @p toScale. The widget
-/// itself may be hidden or deleted right away.
+/// Leaves a picture of @p widget in its place, above its siblings, which fades and shrinks to
+/// @p toScale. The widget itself may be hidden or deleted right away.
 void leave(QWidget& widget, const Motion::Timing& timing, double toScale);
 
 } // namespace Lumenote::Transitions
