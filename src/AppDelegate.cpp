@@ -5,6 +5,7 @@
 #include "Capture/ScreenshotCapture.h"
 #include "OCR/OCRService.h"
 #include "Platform/Alerts.h"
+#include "Platform/ApplicationActivation.h"
 #include "Platform/DisplayServer.h"
 #include "Platform/Tasks.h"
 
@@ -35,6 +36,11 @@ AppDelegate::AppDelegate(const CaptureStore& store, const Services& services)
           .pasteboard = &services.pasteboard,
           .savePanel = &services.savePanel}
     , m_history(store, m_modelServices)
+    , m_presenter({.desktop = {.activation = services.activation,
+                       .displayServer = services.displayServer,
+                       .floatingWindows = services.floatingWindows},
+          .history = m_history,
+          .imageDrag = services.imageDrag})
     , m_hotKey(services.hotKeyRegistrar, services.keyboardLayout)
     , m_shortcut(HotKeyShortcut::load(services.userDefaults))
 {
@@ -58,6 +64,7 @@ void AppDelegate::finishLaunching()
 void AppDelegate::captureSelection()
 {
     captureIfAllowed([this] {
+        m_presenter.dismissAll();
         return ScreenshotCapture::captureInteractive(
             m_services.displayServer, m_services.overlayKeyboard, m_selection.get_token());
     });
@@ -87,6 +94,7 @@ void AppDelegate::captureIfAllowed(const std::function<QFuture<CaptureOutcome>()
     if (permission == Permission::promptShown)
         return;
     m_isCapturing = true;
+    m_services.activation.noteFrontmost();
     if (permission == Permission::denied)
         ScreenRecordingPermission::presentDeniedAlert(m_services.alerts, [this] { endCapture(); });
     else
@@ -107,9 +115,11 @@ void AppDelegate::handle(const CaptureOutcome& outcome)
 
 void AppDelegate::take(const CapturedImage& captured)
 {
-    if (const auto model =
-            WorkbenchModel::create(captured.image, captured.pointSize, {}, m_modelServices))
+    const auto model =
+        WorkbenchModel::create(captured.image, captured.pointSize, {}, m_modelServices);
+    if (model)
         m_history.record(model);
+    m_presenter.present(model);
 }
 
 void AppDelegate::fail(CaptureError error)

@@ -4,6 +4,7 @@
 #include "HotKeyManager.h"
 #include "HotKeyShortcut.h"
 #include "Model/CaptureHistory.h"
+#include "WorkbenchPresenter.h"
 
 #include <QObject>
 
@@ -12,8 +13,11 @@
 
 namespace Platform {
 class Alerts;
+class ApplicationActivation;
 class DisplayServer;
+class FloatingWindows;
 class HotKeyRegistrar;
+class ImageDrag;
 class KeyboardLayout;
 class OverlayKeyboard;
 class Pasteboard;
@@ -25,8 +29,8 @@ namespace Lumenote {
 
 class OCRService;
 
-/// The shell of the desktop program: it owns the hot key and the history, and leads from the press
-/// of a key to a capture in the list. Main thread.
+/// The shell of the desktop program: it owns the hot key, the history and the workbenches, and
+/// leads from the press of a key to a capture that is open in its window. Main thread.
 class AppDelegate : public QObject {
     Q_OBJECT
 
@@ -35,8 +39,11 @@ public:
     struct Services {
         OCRService& ocr;
         Platform::Alerts& alerts;
+        Platform::ApplicationActivation& activation;
         Platform::DisplayServer& displayServer;
+        Platform::FloatingWindows& floatingWindows;
         Platform::HotKeyRegistrar& hotKeyRegistrar;
+        Platform::ImageDrag& imageDrag;
         Platform::KeyboardLayout& keyboardLayout;
         Platform::OverlayKeyboard& overlayKeyboard;
         Platform::Pasteboard& pasteboard;
@@ -60,6 +67,7 @@ public:
     void finishWriting() { m_history.finishWriting(); }
 
     const CaptureHistory& history() const { return m_history; }
+    WorkbenchPresenter& presenter() { return m_presenter; }
     bool isCapturing() const { return m_isCapturing; }
     bool hotKeyUnavailable() const { return m_hotKeyUnavailable; }
     bool screenRecordingDenied() const { return m_screenRecordingDenied; }
@@ -75,6 +83,7 @@ private:
     const Services m_services;
     const WorkbenchModel::Services m_modelServices;
     CaptureHistory m_history;
+    WorkbenchPresenter m_presenter;
     HotKeyManager m_hotKey;
     HotKeyShortcut m_shortcut;
     std::stop_source m_selection; ///< Ends a selection that is still up when the program quits.

@@ -6,6 +6,7 @@
 #include "Platform/Desktop/ClipboardPasteboard.h"
 #include "Platform/Desktop/FileDialogSavePanel.h"
 #include "Platform/Desktop/MessageBoxAlerts.h"
+#include "Platform/Desktop/QtImageDrag.h"
 #include "Platform/Desktop/QuitOnTermination.h"
 #include "Platform/Freedesktop/FreedesktopFileSystem.h"
 #include "Platform/Freedesktop/JournalLog.h"
@@ -13,18 +14,23 @@
 #include "Platform/StandardStreams.h"
 #include "Platform/Tesseract/TesseractRecognizer.h"
 #include "Platform/Threads.h"
+#include "Platform/X11/DragAnswers.h"
 #include "Platform/X11/EndOnServerLoss.h"
 #include "Platform/X11/Session.h"
+#include "Platform/X11/X11ApplicationActivation.h"
 #include "Platform/X11/X11DisplayServer.h"
+#include "Platform/X11/X11FloatingWindows.h"
 #include "Platform/X11/X11HotKeyRegistrar.h"
 #include "Platform/X11/X11KeyboardLayout.h"
 #include "Platform/X11/X11OverlayKeyboard.h"
 
 #include <QApplication>
 #include <QByteArrayList>
+#include <QStandardPaths>
 
 #include <chrono>
 #include <cstdlib>
+#include <filesystem>
 #include <memory>
 
 namespace {
@@ -64,6 +70,13 @@ void stayOnX11()
     CLIRunner::selfTest(displayServer);
 }
 
+/// Files that other programs read, and that nobody misses.
+std::filesystem::path dragFolder()
+{
+    const auto cache = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation);
+    return std::filesystem::path(cache.toStdString()) / "Lumenote" / "Drags";
+}
+
 int runDesktopProgram(int& argc, char** argv)
 {
     openLog();
@@ -85,14 +98,22 @@ int runDesktopProgram(int& argc, char** argv)
     Platform::X11OverlayKeyboard overlayKeyboard;
     Platform::ClipboardPasteboard pasteboard;
     Platform::FileDialogSavePanel savePanel;
+    Platform::X11ApplicationActivation activation;
+    Platform::X11FloatingWindows floatingWindows;
+    Platform::QtImageDrag imageDrag(
+        Platform::DraggedFiles(files, dragFolder()), Platform::DragAnswers::largestAnswer());
+    const Platform::DragAnswers dragAnswers([&imageDrag] { return imageDrag.offered(); });
     int exitCode = 0;
     {
         Platform::UserDefaultsFile userDefaults(Platform::UserDefaultsFile::standardPath(bundle));
         AppDelegate delegate(CaptureStore(CaptureStore::applicationSupport(*files, bundle), files),
             {.ocr = *ocr,
                 .alerts = alerts,
+                .activation = activation,
                 .displayServer = displayServer,
+                .floatingWindows = floatingWindows,
                 .hotKeyRegistrar = hotKeyRegistrar,
+                .imageDrag = imageDrag,
                 .keyboardLayout = keyboardLayout,
                 .overlayKeyboard = overlayKeyboard,
                 .pasteboard = pasteboard,
