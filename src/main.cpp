@@ -10,6 +10,7 @@
 #include "Platform/Desktop/QuitOnTermination.h"
 #include "Platform/Freedesktop/FreedesktopFileSystem.h"
 #include "Platform/Freedesktop/JournalLog.h"
+#include "Platform/Freedesktop/PortalSettings.h"
 #include "Platform/Freedesktop/UserDefaultsFile.h"
 #include "Platform/StandardStreams.h"
 #include "Platform/Tesseract/TesseractRecognizer.h"
@@ -23,6 +24,8 @@
 #include "Platform/X11/X11HotKeyRegistrar.h"
 #include "Platform/X11/X11KeyboardLayout.h"
 #include "Platform/X11/X11OverlayKeyboard.h"
+#include "UI/Shared/Motion.h"
+#include "UI/Shared/Theme.h"
 
 #include <QApplication>
 #include <QByteArrayList>
@@ -77,6 +80,17 @@ std::filesystem::path dragFolder()
     return std::filesystem::path(cache.toStdString()) / "Lumenote" / "Drags";
 }
 
+/// The colour and the motion of the workbench are the user's choice for all programs.
+void followDesktop(const Platform::DesktopSettings& settings)
+{
+    const auto take = [&settings] {
+        Theme::setAccent(settings.accentColor());
+        Motion::setEnabled(settings.animationsEnabled());
+    };
+    take();
+    QObject::connect(&settings, &Platform::DesktopSettings::changed, take);
+}
+
 int runDesktopProgram(int& argc, char** argv)
 {
     openLog();
@@ -87,6 +101,9 @@ int runDesktopProgram(int& argc, char** argv)
     const QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     const Platform::QuitOnTermination quitOnTermination;
+
+    const Platform::PortalSettings settings;
+    followDesktop(settings);
 
     const auto bundle = Platform::mainBundle();
     const auto files = std::make_shared<Platform::FreedesktopFileSystem>();

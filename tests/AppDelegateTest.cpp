@@ -1,9 +1,12 @@
 #include "AppDelegate.h"
 
 #include "Fakes/FakeAlerts.h"
+#include "Fakes/FakeApplicationActivation.h"
 #include "Fakes/FakeDisplayServer.h"
 #include "Fakes/FakeFileSystem.h"
+#include "Fakes/FakeFloatingWindows.h"
 #include "Fakes/FakeHotKeyRegistrar.h"
+#include "Fakes/FakeImageDrag.h"
 #include "Fakes/FakeKeyboardLayout.h"
 #include "Fakes/FakeOverlayKeyboard.h"
 #include "Fakes/FakePasteboard.h"
@@ -28,8 +31,11 @@ protected:
         delegate.emplace(CaptureStore(files->root() / "Captures", files),
             AppDelegate::Services{.ocr = ocr,
                 .alerts = alerts,
+                .activation = activation,
                 .displayServer = displayServer,
+                .floatingWindows = floatingWindows,
                 .hotKeyRegistrar = hotKeys,
+                .imageDrag = imageDrag,
                 .keyboardLayout = layout,
                 .overlayKeyboard = keyboard,
                 .pasteboard = pasteboard,
@@ -53,8 +59,11 @@ public:
     const std::shared_ptr<Fakes::FakeFileSystem> files = std::make_shared<Fakes::FakeFileSystem>();
     OCRService ocr{recognizer};
     Fakes::FakeAlerts alerts;
+    Fakes::FakeApplicationActivation activation;
     Fakes::FakeDisplayServer displayServer;
+    Fakes::FakeFloatingWindows floatingWindows;
     Fakes::FakeHotKeyRegistrar hotKeys;
+    Fakes::FakeImageDrag imageDrag;
     Fakes::FakeKeyboardLayout layout;
     Fakes::FakeOverlayKeyboard keyboard;
     Fakes::FakePasteboard pasteboard;

@@ -4,12 +4,10 @@
 
 #include <QGuiApplication>
 #include <QHash>
-#include <QWindow>
 #include <QtGui/qguiapplication_platform.h>
 
 #include <xcb/xcb.h>
 
-#include <cmath>
 #include <cstring>
 
 namespace Platform::X11::QtConnection {
@@ -35,25 +33,6 @@ xcb_atom_t atom(const char* name)
         xcb_intern_atom(get(), 0, static_cast<std::uint16_t>(std::strlen(name)), name);
     const Owned<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(get(), cookie, nullptr));
     return known[name] = reply ? reply->atom : XCB_NONE;
-}
-
-void setProperty(
-    const QWindow& window, const char* name, xcb_atom_t type, std::span<const std::uint32_t> items)
-{
-    xcb_change_property(get(), XCB_PROP_MODE_REPLACE, static_cast<xcb_window_t>(window.winId()),
-        atom(name), type, 32, static_cast<std::uint32_t>(items.size()), items.data());
-}
-
-QRect toPixels(const QRect& rect, double devicePixelRatio)
-{
-    const auto down = [=](int value) {
-        return static_cast<int>(std::floor(value * devicePixelRatio));
-    };
-    const auto up = [=](int value) {
-        return static_cast<int>(std::ceil(value * devicePixelRatio));
-    };
-    return {QPoint(down(rect.left()), down(rect.top())),
-        QPoint(up(rect.right() + 1) - 1, up(rect.bottom() + 1) - 1)};
 }
 
 void flush()

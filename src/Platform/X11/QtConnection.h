@@ -1,13 +1,6 @@
 #pragma once
 
-#include <QRect>
-
 #include <xcb/xproto.h>
-
-#include <cstdint>
-#include <span>
-
-class QWindow;
 
 /// Requests about this program's own windows, on the connection on which Qt maps them: so the
 /// server sees them in the order in which they were made. None of them waits for an answer, and an
@@ -20,12 +13,6 @@ xcb_window_t root();
 
 /// Asks the server once for each name.
 xcb_atom_t atom(const char* name);
-
-void setProperty(
-    const QWindow& window, const char* name, xcb_atom_t type, std::span<const std::uint32_t> items);
-
-/// @p rect in points as pixels of the window: all that it touches.
-QRect toPixels(const QRect& rect, double devicePixelRatio);
 
 /// Sends what was queued.
 void flush();

@@ -1,165 +1,155 @@
 #include "Platform/X11/X11FloatingWindows.h"
 
-#include "Platform/Tasks.h"
-#include "Platform/X11/Errand.h"
-#include "Platform/X11/Properties.h"
-#include "Platform/X11/QtConnection.h"
+#include "Platform/X11/FloatingWindowRequests.h"
 
 #include <QEvent>
+#include <QGuiApplication>
 #include <QWindow>
 
-#include <xcb/shape.h>
-
-#include <algorithm>
-#include <array>
-#include <cmath>
-#include <vector>
+#include <utility>
 
 namespace Platform {
 
 namespace {
 
-namespace QtConnection = X11::QtConnection;
-
-constexpr const char* blurProperty = "_KDE_NET_WM_BLUR_BEHIND_REGION";
-
-std::uint32_t pixels(int points, double ratio)
+xcb_window_t idOf(const QWindow& window)
 {
-    return static_cast<std::uint32_t>(std::lround(points * ratio));
+    return static_cast<xcb_window_t>(window.winId());
 }
 
-std::vector<QRect> pixelRects(const QRegion& region, double ratio)
+bool isThere(const QWindow& window)
 {
-    std::vector<QRect> rects;
-    for (const auto& rect : region)
-        rects.push_back(QtConnection::toPixels(rect, ratio));
-    return rects;
+    return window.handle() != nullptr;
 }
 
 } // namespace
 
 X11FloatingWindows::X11FloatingWindows()
+    : m_requests(X11::FloatingWindowRequests::ofQt())
 {
-    askForBlur();
+    if (!m_requests)
+        return;
+    qGuiApp->installNativeEventFilter(this);
+    m_blursBehind = m_requests->readsBlurBehind();
 }
 
-X11FloatingWindows::Wishes& X11FloatingWindows::wishesFor(QWindow& window)
-{
-    if (!m_wishes.contains(&window)) {
-        window.installEventFilter(this);
-        connect(
-            &window, &QObject::destroyed, this, [this, gone = &window] { m_wishes.remove(gone); });
-    }
-    return m_wishes[&window];
-}
+X11FloatingWindows::~X11FloatingWindows() = default; // The application forgets the filter itself.
 
 void X11FloatingWindows::prepare(QWindow& window, const QMargins& shadow)
 {
-    auto& wishes = wishesFor(window);
+    if (!m_requests)
+        return;
+    window.create();
+    auto& wishes = wishesOf(window);
+    if (!window.isVisible()) {
+        m_requests->writeSkipStates(idOf(window));
+        wishes.isSettled = false;
+    } else if (wishes.shadow == shadow) {
+        return;
+    }
     wishes.shadow = shadow;
     wishes.ratio = window.devicePixelRatio();
-    // Qt adds its own states to these when it shows the window, and managers take all of them away
-    // when it is hidden.
-    const std::array states{QtConnection::atom("_NET_WM_STATE_SKIP_TASKBAR"),
-        QtConnection::atom("_NET_WM_STATE_SKIP_PAGER")};
-    QtConnection::setProperty(window, "_NET_WM_STATE", XCB_ATOM_ATOM, states);
     applyShadow(window, wishes);
-    QtConnection::flush();
-    askForBlur();
+    applyInputShape(window, wishes);
+    applyBlurRegion(window, wishes);
 }
 
 void X11FloatingWindows::setInputShape(QWindow& window, const QRegion& region)
 {
-    auto& wishes = wishesFor(window);
-    if (wishes.inputShape == region)
+    if (!m_requests)
         return;
-    wishes.inputShape = region;
-    applyInputShape(window, wishes);
-    QtConnection::flush();
+    auto& wishes = wishesOf(window);
+    if (std::exchange(wishes.inputShape, region) != region)
+        applyInputShape(window, wishes);
 }
 
 void X11FloatingWindows::setBlurRegion(QWindow& window, const QRegion& region)
 {
-    auto& wishes = wishesFor(window);
-    if (wishes.blurRegion == region)
+    if (!m_requests)
         return;
-    wishes.blurRegion = region;
-    applyBlurRegion(window, wishes);
-    QtConnection::flush();
+    auto& wishes = wishesOf(window);
+    if (std::exchange(wishes.blurRegion, region) != region)
+        applyBlurRegion(window, wishes);
 }
 
-/// Some managers forget the shape with each mapping, and all of it is in pixels.
+X11FloatingWindows::Wishes& X11FloatingWindows::wishesOf(QWindow& window)
+{
+    if (!m_wishes.contains(&window)) {
+        window.installEventFilter(this);
+        connect(&window, &QObject::destroyed, this,
+            [this](const QObject* destroyed) { m_wishes.remove(destroyed); });
+    }
+    return m_wishes[&window];
+}
+
+void X11FloatingWindows::applyShadow(const QWindow& window, const Wishes& wishes) const
+{
+    m_requests->writeFrameExtents(idOf(window), wishes.shadow, window.devicePixelRatio());
+    m_requests->flush();
+}
+
+void X11FloatingWindows::applyInputShape(const QWindow& window, const Wishes& wishes) const
+{
+    if (!isThere(window) || !wishes.inputShape)
+        return;
+    m_requests->setInputShape(idOf(window), *wishes.inputShape, window.devicePixelRatio());
+    m_requests->flush();
+}
+
+void X11FloatingWindows::applyBlurRegion(const QWindow& window, const Wishes& wishes) const
+{
+    if (!isThere(window))
+        return;
+    m_requests->writeBlurRegion(
+        idOf(window), wishes.blurRegion, wishes.shadow, window.devicePixelRatio());
+    m_requests->flush();
+}
+
+void X11FloatingWindows::followRatio(const QWindow& window, Wishes& wishes) const
+{
+    const double ratio = window.devicePixelRatio();
+    if (std::exchange(wishes.ratio, ratio) == ratio)
+        return;
+    applyShadow(window, wishes);
+    applyInputShape(window, wishes);
+    applyBlurRegion(window, wishes);
+}
+
+/// Some window managers look at an input shape only when it changes while they have the window. And
+/// they take the states off a window that was hidden, which may come after it was prepared anew.
+void X11FloatingWindows::settle(const QWindow& window, Wishes& wishes) const
+{
+    if (std::exchange(wishes.isSettled, true))
+        return;
+    m_requests->requestSkipStates(idOf(window));
+    applyInputShape(window, wishes);
+}
+
 bool X11FloatingWindows::eventFilter(QObject* watched, QEvent* event)
 {
-    auto* const window = qobject_cast<QWindow*>(watched);
-    if (event->type() != QEvent::Expose || window == nullptr || !window->isExposed())
-        return QObject::eventFilter(watched, event);
-    auto& wishes = wishesFor(*window);
-    applyInputShape(*window, wishes);
-    if (wishes.ratio != window->devicePixelRatio()) {
-        wishes.ratio = window->devicePixelRatio();
-        applyShadow(*window, wishes);
-        applyBlurRegion(*window, wishes);
+    const auto wishes = m_wishes.find(watched);
+    const auto* const window = qobject_cast<QWindow*>(watched);
+    if (wishes == m_wishes.end() || window == nullptr)
+        return FloatingWindows::eventFilter(watched, event);
+    if (event->type() == QEvent::Hide) {
+        wishes->isSettled = false;
+    } else if (window->isExposed()
+        && (event->type() == QEvent::Expose || event->type() == QEvent::Resize)) {
+        followRatio(*window, *wishes);
+        settle(*window, *wishes);
     }
-    QtConnection::flush();
-    return QObject::eventFilter(watched, event);
+    return FloatingWindows::eventFilter(watched, event);
 }
 
-void X11FloatingWindows::applyShadow(const QWindow& window, const Wishes& wishes)
+bool X11FloatingWindows::nativeEventFilter(
+    const QByteArray& type, void* message, qintptr* /*result*/)
 {
-    const auto ratio = window.devicePixelRatio();
-    const auto& shadow = wishes.shadow;
-    const std::array extents{pixels(shadow.left(), ratio), pixels(shadow.right(), ratio),
-        pixels(shadow.top(), ratio), pixels(shadow.bottom(), ratio)};
-    QtConnection::setProperty(window, "_GTK_FRAME_EXTENTS", XCB_ATOM_CARDINAL, extents);
-}
-
-void X11FloatingWindows::applyInputShape(const QWindow& window, const Wishes& wishes)
-{
-    if (wishes.inputShape.isEmpty())
-        return;
-    std::vector<xcb_rectangle_t> rects;
-    for (const auto& rect : pixelRects(wishes.inputShape, window.devicePixelRatio()))
-        rects.push_back({.x = static_cast<std::int16_t>(rect.x()),
-            .y = static_cast<std::int16_t>(rect.y()),
-            .width = static_cast<std::uint16_t>(rect.width()),
-            .height = static_cast<std::uint16_t>(rect.height())});
-    xcb_shape_rectangles(QtConnection::get(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT,
-        XCB_CLIP_ORDERING_UNSORTED, static_cast<xcb_window_t>(window.winId()), 0, 0,
-        static_cast<std::uint32_t>(rects.size()), rects.data());
-}
-
-/// The origin of this one is the corner of the window without its shadow.
-void X11FloatingWindows::applyBlurRegion(const QWindow& window, const Wishes& wishes)
-{
-    if (wishes.blurRegion.isEmpty())
-        return;
-    const auto ratio = window.devicePixelRatio();
-    const auto left = static_cast<int>(pixels(wishes.shadow.left(), ratio));
-    const auto top = static_cast<int>(pixels(wishes.shadow.top(), ratio));
-    std::vector<std::uint32_t> numbers;
-    for (const auto& rect : pixelRects(wishes.blurRegion, ratio))
-        for (const auto number : {rect.x() - left, rect.y() - top, rect.width(), rect.height()})
-            numbers.push_back(static_cast<std::uint32_t>(number));
-    QtConnection::setProperty(window, blurProperty, XCB_ATOM_CARDINAL, numbers);
-}
-
-/// A compositor that blurs says so at the root.
-void X11FloatingWindows::askForBlur()
-{
-    const auto property = QtConnection::atom(blurProperty);
-    const auto answer = X11::errand<bool>([property](X11::Connection& connection) {
-        const X11::PropertyRequest request(connection, connection.root(), property);
-        const auto reply = request.answer(connection);
-        return reply && reply->type != XCB_NONE;
-    });
-    whenFinished(answer, this, [this](const Result<bool>& isAnnounced) {
-        const bool blurs = isAnnounced.value_or(false);
-        if (blurs == m_blursBehind)
-            return;
-        m_blursBehind = blurs;
+    if (type != "xcb_generic_event_t")
+        return false;
+    const auto told = m_requests->toldBlurBehind(*static_cast<const xcb_generic_event_t*>(message));
+    if (told && std::exchange(m_blursBehind, *told) != *told)
         emit blursBehindChanged();
-    });
+    return false;
 }
 
 } // namespace Platform
