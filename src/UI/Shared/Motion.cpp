@@ -90,7 +90,7 @@ Run::Run(Timing timing, std::function<void(double)> step, QObject* parent)
     setDuration(timing.duration);
     setEasingCurve(timing.curve);
     connect(this, &QVariantAnimation::valueChanged, this, [this, step](const QVariant& value) {
-        if (state() == Running && currentTime() < duration())
+        if (Motion::isEnabled() && state() == Running && currentTime() < duration())
             step(value.toDouble());
     });
     connect(this, &QAbstractAnimation::finished, this, [step = std::move(step)] { step(1); });
