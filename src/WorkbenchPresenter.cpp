@@ -24,10 +24,10 @@ constexpr std::chrono::milliseconds focusInterval(100);
 std::optional<Platform::Screen> screenInUse(const Platform::DisplayServer& displayServer)
 {
     const auto screens = displayServer.screens();
-    if (const auto pointed =
-            ScreenGeometry::screenUnderPointer(screens, displayServer.pointerPosition()))
-        return pointed;
-    return screens.isEmpty() ? std::nullopt : std::optional(screens.constFirst());
+    if (screens.isEmpty())
+        return std::nullopt;
+    return ScreenGeometry::screenUnderPointer(screens, displayServer.pointerPosition())
+        .value_or(screens.constFirst());
 }
 
 } // namespace
@@ -139,12 +139,12 @@ WorkbenchWindowController* WorkbenchPresenter::keyWorkbench() const
     return isAlone ? m_workbenches.front().get() : nullptr;
 }
 
-void WorkbenchPresenter::addEditCommands(QWidget& window)
+void WorkbenchPresenter::addEditCommands(QWidget& window) const
 {
     struct Command {
         const char* name;
         QList<QKeySequence> keys;
-        void (WorkbenchPresenter::*run)();
+        void (WorkbenchPresenter::*run)() const;
     };
     const QList<Command> commands{
         {"closeWindow", {Qt::CTRL | Qt::Key_W}, &WorkbenchPresenter::closeWindow},
@@ -162,7 +162,7 @@ void WorkbenchPresenter::addEditCommands(QWidget& window)
     }
 }
 
-void WorkbenchPresenter::closeWindow()
+void WorkbenchPresenter::closeWindow() const
 {
     if (auto* const workbench = keyWorkbench())
         workbench->dismiss();
@@ -172,19 +172,19 @@ void WorkbenchPresenter::closeWindow()
 
 // A field or text with the keyboard takes these keys itself where it can do something with them.
 
-void WorkbenchPresenter::undoEdit()
+void WorkbenchPresenter::undoEdit() const
 {
     if (const auto* const workbench = keyWorkbench(); workbench && workbench->model())
         workbench->model()->undo();
 }
 
-void WorkbenchPresenter::redoEdit()
+void WorkbenchPresenter::redoEdit() const
 {
     if (const auto* const workbench = keyWorkbench(); workbench && workbench->model())
         workbench->model()->redo();
 }
 
-void WorkbenchPresenter::copyText()
+void WorkbenchPresenter::copyText() const
 {
     if (auto* const workbench = keyWorkbench())
         workbench->copyRecognizedText();

@@ -40,13 +40,13 @@ public:
     WorkbenchWindowController* keyWorkbench() const;
 
     // What the keys in a workbench do.
-    void closeWindow();
-    void undoEdit();
-    void redoEdit();
-    void copyText();
+    void closeWindow() const;
+    void undoEdit() const;
+    void redoEdit() const;
+    void copyText() const;
 
 private:
-    void addEditCommands(QWidget& window);
+    void addEditCommands(QWidget& window) const;
     void focusWorkbench(WorkbenchWindowController& controller, int attempts);
     bool isShownElsewhere(const WorkbenchWindowController& controller) const;
     void forget(const WorkbenchWindowController& controller);

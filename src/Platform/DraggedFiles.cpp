@@ -22,7 +22,7 @@ std::filesystem::path DraggedFiles::place(const QString& name) const
 Result<void> DraggedFiles::write(const std::filesystem::path& file, const QByteArray& png) const
 {
     for (const auto& folder : {m_folder, file.parent_path()})
-        if (const auto made = m_fileSystem->preparePrivateFolder(folder); !made)
+        if (auto made = m_fileSystem->preparePrivateFolder(folder); !made)
             return made;
     return m_fileSystem->writeFile(file, png);
 }

@@ -137,7 +137,7 @@ bool CaptureFace::isOnDragSurface(QPointF point) const
     return surface && Platform::contains(*surface, point);
 }
 
-Qt::CursorShape CaptureFace::cursorFor(const AnnotationEditLayer::Session& session) const
+Qt::CursorShape CaptureFace::cursorFor(const AnnotationEditLayer::Session& session)
 {
     if (!session.handle)
         return Qt::SizeAllCursor;

@@ -57,7 +57,7 @@ private:
     void updateArea(const QRectF& area);
     void updatePointer(QPointF point);
     bool isDrawingToolActive() const;
-    Qt::CursorShape cursorFor(const AnnotationEditLayer::Session& session) const;
+    static Qt::CursorShape cursorFor(const AnnotationEditLayer::Session& session);
     bool isOnDragSurface(QPointF point) const;
 
     WorkbenchModel& m_model;

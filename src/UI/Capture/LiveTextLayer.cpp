@@ -221,7 +221,7 @@ LiveTextLayer::Look LiveTextLayer::look(qsizetype line) const
 
 /// On whole pixels of the device: a wave over a page of antialiased outlines costs fifty times as
 /// much. Corners are round by what is left out of them.
-void LiveTextLayer::paintLine(QPainter& painter, const QRectF& rect, const Look& look) const
+void LiveTextLayer::paintLine(QPainter& painter, const QRectF& rect, const Look& look)
 {
     const auto ratio = painter.device()->devicePixelRatioF();
     const auto snapped = [ratio](double value) { return qRound(value * ratio) / ratio; };

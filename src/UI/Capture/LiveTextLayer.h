@@ -58,7 +58,7 @@ private:
     void revealIfPending();
     void endReveal();
     void updateAll();
-    void paintLine(QPainter& painter, const QRectF& rect, const Look& look) const;
+    static void paintLine(QPainter& painter, const QRectF& rect, const Look& look);
     Look look(qsizetype line) const;
     double waveLevel(qsizetype line) const;
 

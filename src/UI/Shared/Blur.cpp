@@ -10,7 +10,7 @@ namespace Lumenote {
 namespace {
 
 constexpr int passes = 3;
-constexpr int channels = 4;
+constexpr qsizetype channels = 4;
 
 /// Three boxes of this half width have the variance of a Gaussian of @p sigma: a box of n pixels
 /// has (n² - 1) / 12.
@@ -28,11 +28,11 @@ void boxPass(uchar* first, int count, qsizetype stride, int radius, std::vector<
     for (int i = 0; i < count; ++i)
         std::copy_n(first + i * stride, channels, line.data() + i * channels);
     std::array<int, channels> sums{};
-    const auto at = [&](int index, int channel) {
+    const auto at = [&](int index, qsizetype channel) {
         return int{line[static_cast<std::size_t>(std::clamp(index, 0, count - 1)) * channels
             + static_cast<std::size_t>(channel)]};
     };
-    for (int channel = 0; channel < channels; ++channel) {
+    for (qsizetype channel = 0; channel < channels; ++channel) {
         int& sum = sums[static_cast<std::size_t>(channel)];
         for (int i = -radius; i <= radius; ++i)
             sum += at(i, channel);

@@ -7,6 +7,8 @@
 #include <QEvent>
 #include <QPainter>
 
+#include <utility>
+
 namespace Lumenote {
 
 namespace {
@@ -20,14 +22,14 @@ constexpr double pressedOpacity = 0.22;
 
 } // namespace
 
-GlyphButton::GlyphButton(const QString& name, const QString& glyph, QWidget* parent)
+GlyphButton::GlyphButton(const QString& name, QString glyph, QWidget* parent)
     : QAbstractButton(parent)
-    , m_glyph(glyph)
+    , m_glyph(std::move(glyph))
 {
     setObjectName(name);
     setFocusPolicy(Qt::TabFocus);
     setAttribute(Qt::WA_Hover);
-    resize(sizeHint());
+    resize(side, side);
 }
 
 void GlyphButton::setGlyph(const QString& glyph)

@@ -13,7 +13,7 @@ public:
     static constexpr int side = 30;
 
     /// @p name is the object's name. No @p glyph leaves the button bare.
-    GlyphButton(const QString& name, const QString& glyph, QWidget* parent);
+    GlyphButton(const QString& name, QString glyph, QWidget* parent);
 
     void setGlyph(const QString& glyph);
     /// What it stands for is in use: the glyph is on a disc of the accent colour.

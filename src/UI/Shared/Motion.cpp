@@ -82,7 +82,7 @@ void setEnabled(bool isEnabled)
     enabled() = isEnabled;
 }
 
-Run::Run(Timing timing, std::function<void(double)> step, QObject* parent)
+Run::Run(const Timing& timing, std::function<void(double)> step, QObject* parent)
     : QVariantAnimation(parent)
 {
     setStartValue(0.0);

@@ -29,7 +29,7 @@ void setEnabled(bool isEnabled);
 /// 1. Belongs to @p parent; one that runs already begins anew.
 class Run : public QVariantAnimation {
 public:
-    Run(Timing timing, std::function<void(double)> step, QObject* parent);
+    Run(const Timing& timing, std::function<void(double)> step, QObject* parent);
 
     void restart();
 };

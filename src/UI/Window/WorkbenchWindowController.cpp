@@ -28,13 +28,13 @@ QList<QRectF> visibleFrames(const QList<Platform::Screen>& screens)
 } // namespace
 
 WorkbenchWindowController::WorkbenchWindowController(std::shared_ptr<WorkbenchModel> model,
-    const Services& services, Restore restore, const std::optional<Platform::Screen>& screen)
+    const Services& services, const Restore& restore, const std::optional<Platform::Screen>& screen)
     : m_model(std::move(model))
     , m_displayServer(services.desktop.displayServer)
     , m_window(std::make_unique<WorkbenchWindow>(services.desktop))
 {
     place(screen);
-    buildContent(services, std::move(restore));
+    buildContent(services, restore);
     connect(m_window.get(), &WorkbenchWindow::cancelled, this, &WorkbenchWindowController::dismiss);
     connect(&m_displayServer, &Platform::DisplayServer::screensChanged, this,
         &WorkbenchWindowController::stayReachable);
@@ -42,7 +42,7 @@ WorkbenchWindowController::WorkbenchWindowController(std::shared_ptr<WorkbenchMo
 
 WorkbenchWindowController::~WorkbenchWindowController() = default;
 
-void WorkbenchWindowController::buildContent(const Services& services, Restore restore)
+void WorkbenchWindowController::buildContent(const Services& services, const Restore& restore)
 {
     if (!m_model) {
         m_window->setContent(new FailureView(m_window.get()));

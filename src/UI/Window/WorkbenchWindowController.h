@@ -34,7 +34,7 @@ public:
     /// On @p screen, where that is known. Without a @p model the window says that there is no
     /// image.
     WorkbenchWindowController(std::shared_ptr<WorkbenchModel> model, const Services& services,
-        Restore restore, const std::optional<Platform::Screen>& screen);
+        const Restore& restore, const std::optional<Platform::Screen>& screen);
     ~WorkbenchWindowController() override;
 
     /// Called last when the window has closed.
@@ -54,7 +54,7 @@ public:
     bool copyRecognizedText();
 
 private:
-    void buildContent(const Services& services, Restore restore);
+    void buildContent(const Services& services, const Restore& restore);
     void place(const std::optional<Platform::Screen>& screen);
     void stayReachable();
     void close();
